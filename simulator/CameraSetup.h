@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace simulator {
+
+/// Pixel formats that a camera sends; the numbers are those of the design's pixel format register.
+enum class PixelFormat : std::uint32_t { mono8 = 0, mono8Signed = 1, mono10 = 2, mono12 = 4, mono16 = 6 };
+
+/// One camera as it stands on the desk: its sensor, what it sends, and how it is cabled to its two links. The
+/// design has registers that must agree with it; where they do not, the picture is scrambled as on a real
+/// board. The values here agree with the values that the applet sets when it is created.
+struct CameraSetup {
+    /// Sensor size in pixels, each from 16 to 4096 (height from 2).
+    std::uint32_t sensorWidth = 1024;
+    std::uint32_t sensorHeight = 1024;
+    PixelFormat pixelFormat = PixelFormat::mono8;
+    /// Payload of one packet in pixels; the packets of a picture travel alternately over the two links.
+    std::uint32_t packetPixels = 7168;
+    /// Cables exchanged between the two links of the port. The applet starts with the exchange of links
+    /// switched on, so that a board cabled like this one shows straight pictures at once.
+    bool cablesCrossed = true;
+    /// Exposure time, and time from the end of exposure to the arrival of the whole picture, in ticks of 16
+    /// ns.
+    std::uint64_t exposureTicks = 62500;
+    std::uint64_t readoutTicks = 125000;
+    /// A camera that is switched off or unplugged takes no trigger and sends nothing.
+    bool connected = true;
+    /// Folder of PGM and PNG files that the camera shows one after another in the order of their names,
+    /// fitted to the sensor. Empty: a moving test chart with the frame number drawn into it.
+    std::string pictureFolder;
+};
+
+} // namespace simulator
