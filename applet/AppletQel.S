@@ -1,0 +1,5 @@
+#include "applet/EmbeddedFile.inc.S"
+
+embeddedFile rawQelData, rawQelDataSize, ORBELLINE_EMBEDDED_DESIGN
+
+.section .note.GNU-stack, "", @progbits
