@@ -12,6 +12,13 @@ endfunction()
 
 include(CheckIncludeFileCXX)
 
+# What an earlier run did not find may have been installed since.
+foreach(finding ORBELLINE_HAS_STB ORBELLINE_HAS_CLI11 ORBELLINE_HAS_BENCHMARK)
+    if(NOT ${finding})
+        unset(${finding} CACHE)
+    endif()
+endforeach()
+
 if(ORBELLINE_SIMULATOR OR ORBELLINE_CONSOLE)
     check_include_file_cxx(stb/stb_image_write.h ORBELLINE_HAS_STB)
     if(NOT ORBELLINE_HAS_STB)
@@ -29,7 +36,7 @@ if(ORBELLINE_TESTS)
     if(NOT ORBELLINE_SIMULATOR)
         orbelline_leave_out(ORBELLINE_TESTS "the tests (they need the board in software)")
     elseif(NOT ORBELLINE_HAS_GOOGLETEST)
-        orbelline_leave_out(ORBELLINE_TESTS "the tests (need libgtest-dev for ${ORBELLINE_ARCHITECTURE}, or googletest)")
+        orbelline_leave_out(ORBELLINE_TESTS "the tests (need googletest)")
     endif()
 endif()
 if(ORBELLINE_BENCHMARKS)

@@ -1,0 +1,65 @@
+#!/usr/bin/env bash
+# Builds the product, its sanitized twin and the 64-bit build, and runs every test of each.
+#
+#     scripts/test.sh [PRESET...]     i386, i386-asan and x86-64 unless told
+#
+# The last line is "N passed, N failed"; the status is 0 only when something ran and nothing failed.
+set -uo pipefail
+
+cd "$(dirname "${BASH_SOURCE[0]}")/.." || exit 1
+. scripts/lib/packages.sh
+. scripts/lib/build.sh
+
+presets=("$@")
+[ $# -gt 0 ] || presets=(i386 i386-asan x86-64)
+passed=0
+failed=0
+
+# A number from the head of a JUnit report.
+reportedNumber() {
+    sed -n "/<testsuite /,/>/s/.*[[:space:]]$1=\"\([0-9]*\)\".*/\1/p" "$2" | head -n 1
+}
+
+countReport() {
+    local report=$1 ran wrong left
+    if [ ! -s "$report" ]; then
+        failed=$((failed + 1))
+        return
+    fi
+    ran=$(reportedNumber tests "$report")
+    wrong=$(reportedNumber failures "$report")
+    left=$(($(reportedNumber skipped "$report") + $(reportedNumber disabled "$report")))
+    [ "$left" -eq 0 ] || say "$left tests did not run."
+    passed=$((passed + ran - wrong - left))
+    failed=$((failed + wrong))
+}
+
+# Without a terminal only the failures and the summary are worth their lines.
+runTests() {
+    if [ -t 1 ]; then
+        ctest "$@" --progress
+    else
+        ctest "$@" | grep -vE '^ +Start +[0-9]+: |^ *[0-9]+/[0-9]+ Test +#[0-9]+: .* Passed +[0-9.]+ sec$'
+    fi
+}
+
+testPreset() {
+    local preset=$1 report=$PWD/build/$1.tests.xml
+    if ! buildPreset "$preset"; then
+        say "The preset $preset does not build."
+        failed=$((failed + 1))
+        return
+    fi
+    rm -f "$report"
+    runTests --preset "$preset" --no-tests=error --output-junit "$report" || status=1
+    countReport "$report"
+}
+
+needPackages "${testPackages[@]}"
+tryForeignPackage "$benchmarkPackage"
+status=0
+for preset in "${presets[@]}"; do
+    testPreset "$preset"
+done
+echo "$passed passed, $failed failed"
+[ "$status" -eq 0 ] && [ "$failed" -eq 0 ] && [ "$passed" -gt 0 ]
