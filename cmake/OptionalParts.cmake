@@ -43,10 +43,15 @@ if(ORBELLINE_BENCHMARKS)
     include(CheckCXXSourceCompiles)
     find_package(Threads REQUIRED)
     set(CMAKE_REQUIRED_LIBRARIES benchmark Threads::Threads)
+    # The library of the build machine's own architecture is not the one that is needed.
+    if(ORBELLINE_ARCHITECTURE STREQUAL "i386")
+        set(CMAKE_REQUIRED_FLAGS -m32)
+    endif()
     check_cxx_source_compiles("#include <benchmark/benchmark.h>
         int main(int count, char** words) { benchmark::Initialize(&count, words); return 0; }"
         ORBELLINE_HAS_BENCHMARK)
     unset(CMAKE_REQUIRED_LIBRARIES)
+    unset(CMAKE_REQUIRED_FLAGS)
     if(NOT ORBELLINE_HAS_BENCHMARK OR NOT ORBELLINE_SIMULATOR)
         orbelline_leave_out(ORBELLINE_BENCHMARKS "the benchmarks (need libbenchmark-dev for ${ORBELLINE_ARCHITECTURE})")
     endif()
