@@ -2,6 +2,9 @@
 
 #include "templates/Locks.h"
 
+#include <exception>
+#include <stdexcept>
+
 namespace kavo::templates {
 namespace patterns {
 
@@ -33,7 +36,7 @@ class Guard<GenericLock*> {
         try {
             mGuarded->leave();
         } catch (const std::logic_error&) {
-            if (!mUnwindingCheck.isUnwinding()) {
+            if (std::uncaught_exceptions() == 0) {
                 throw;
             }
         }
@@ -42,7 +45,6 @@ class Guard<GenericLock*> {
   private:
     GenericLock* mGuarded;
     bool mOwns = false;
-    UnwindingCheck mUnwindingCheck;
 };
 
 class GenericLockGuard : public Guard<GenericLock*> {

@@ -8,16 +8,6 @@
 /// here.
 namespace kavo::templates {
 
-/// Tells whether an exception is on its way that was not when this object was made. A destructor must not
-/// throw then.
-class UnwindingCheck {
-  public:
-    bool isUnwinding() const { return std::uncaught_exceptions() > mExceptionsAtStart; }
-
-  private:
-    int mExceptionsAtStart = std::uncaught_exceptions();
-};
-
 namespace patterns {
 
 /// A lock with a marker that tells whether somebody entered it. The marker is read and written only while the
@@ -28,9 +18,9 @@ class GenericLock {
     GenericLock(const GenericLock&) = delete;
     GenericLock& operator=(const GenericLock&) = delete;
 
-    /// Throws when the lock is still entered, unless the stack is unwinding.
+    /// Throws when the lock is still entered, unless an exception is on its way already.
     virtual ~GenericLock() noexcept(false) {
-        if (locked && !mUnwindingCheck.isUnwinding()) {
+        if (locked && std::uncaught_exceptions() == 0) {
             throw std::logic_error("GenericLock object destroyed with lock still held");
         }
     }
