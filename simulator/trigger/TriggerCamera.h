@@ -43,7 +43,7 @@ class TriggerCamera {
     bool isSet(CameraRegister which) const { return (value(which) & 1) != 0; }
     PulseGeneratorSettings generatorSettings() const;
 
-    void applySelection(CameraRegister which, Tick now);
+    void applySetting(CameraRegister which, Tick now);
     void applyClear(CameraRegister which, std::uint32_t mode, Tick now);
     void applyMonitorClear(CameraRegister which, std::uint32_t mode);
 

@@ -55,8 +55,8 @@ class TriggerSystem {
     void setInput(unsigned pin, bool level, Tick tick);
     /// Plans a level for a later tick; changes planned for one tick happen in the order of planning.
     void scheduleInput(unsigned pin, bool level, Tick tick);
-    /// Plays a wave on a pin in place of the one that it may be playing; planned changes still happen.
-    /// Throws std::invalid_argument for a wave that has no high or no low time.
+    /// Plays a wave on a pin in place of the one that it may be playing, from the next tick on at the earliest;
+    /// planned changes still happen. Throws std::invalid_argument for a wave that has no high or no low time.
     void driveInput(unsigned pin, const InputWave& wave);
     /// Ends the wave on a pin, which keeps its level.
     void releaseInput(unsigned pin);
@@ -72,12 +72,13 @@ class TriggerSystem {
     std::uint32_t signalValue(const TriggerSignal& signal) const;
 
   private:
-    void run(Tick tick);
-    void inputAccepted(unsigned pin, bool level, Tick tick);
-    void writeShared(SharedRegister which, std::uint32_t value);
+    void run();
+    void setDebounce(std::uint32_t steps);
     std::uint32_t readShared(SharedRegister which) const;
+    std::uint32_t queueStatus() const;
 
     Tick mNow = 0;
+    std::uint32_t mDebouncePeriod = 0;
     TriggerSink mSink;
     std::array<TriggerCamera, triggerPortCount> mCameras;
     DigitalInputs mInputs;
