@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdio>
+#include <string_view>
+
+namespace kavo::text {
+
+/// Reads a file from its beginning, in lines of at most 255 characters: a longer line comes as several. What
+/// follows a NUL in a line is dropped. Without a file there are no lines.
+class LineReader {
+  public:
+    static constexpr int longestLine = 255;
+
+    /// Rewinds the file, which must stay open while this object reads.
+    explicit LineReader(std::FILE* file);
+
+    /// \return false at the end of the file, and on a read error
+    bool next();
+    /// The line that next() read, with its line end where it has one.
+    std::string_view line() const { return mLine; }
+
+  private:
+    std::FILE* mFile;
+    char mBuffer[longestLine + 1];
+    std::string_view mLine;
+};
+
+bool contains(std::string_view line, std::string_view part);
+
+/// Splits a line at any of the separators and gives the second piece. A run of separators counts as one,
+/// leading ones are skipped. Empty where there is no second piece.
+std::string_view secondPiece(std::string_view line, std::string_view separators);
+
+} // namespace kavo::text
