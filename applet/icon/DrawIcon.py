@@ -2,6 +2,7 @@
 """Draws the applet's icon: a lens lit from the upper left, with the two links of a camera running into it.
 
     DrawIcon.py [--output Orbelline.png]
+    DrawIcon.py --check Orbelline.png      compares a file with what would be drawn
 
 Needs nothing beside Python's standard library. The file is always 3164 bytes long, the size that the applet
 reports; a comment chunk fills what the pixels leave.
@@ -120,12 +121,18 @@ def paeth(left, above, corner):
     return min((left, above, corner), key=lambda value: abs(guess - value))
 
 
-def pngFile(lines):
+def pixelStream():
+    """The filtered lines, as they stand in a PNG file before compression."""
     above = bytes(4 * SIDE)
-    pixels = b""
-    for line in lines:
-        pixels += filtered(line, above)
+    stream = b""
+    for row in range(SIDE):
+        line = b"".join(bytes(pixelAt(column, row)) for column in range(SIDE))
+        stream += filtered(line, above)
         above = line
+    return stream
+
+
+def pngFile(pixels):
     start = b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", struct.pack(">IIBBBBB", SIDE, SIDE, 8, 6, 0, 0, 0))
     start += chunk(b"tEXt", b"Title\0Orbelline")
     end = chunk(b"IDAT", zlib.compress(pixels, 9)) + chunk(b"IEND", b"")
@@ -136,13 +143,29 @@ def pngFile(lines):
     return start + chunk(b"tEXt", b"Comment\0" + (words * (room // len(words) + 1))[:room]) + end
 
 
+def pixelsOfFile(content):
+    """Compressors differ between machines, so files are compared by what they hold."""
+    position = 8
+    while position < len(content):
+        length, kind = struct.unpack_from(">I4s", content, position)
+        if kind == b"IDAT":
+            return zlib.decompress(content[position + 8:position + 8 + length])
+        position += 12 + length
+    raise SystemExit("No picture in the file.")
+
+
 def main():
     parser = argparse.ArgumentParser(description="Draws the applet's icon.")
     parser.add_argument("--output", default="Orbelline.png")
-    output = parser.parse_args().output
-    lines = [b"".join(bytes(pixelAt(column, row)) for column in range(SIDE)) for row in range(SIDE)]
-    with open(output, "wb") as file:
-        file.write(pngFile(lines))
+    parser.add_argument("--check", metavar="FILE")
+    arguments = parser.parse_args()
+    if arguments.check:
+        with open(arguments.check, "rb") as file:
+            if pixelsOfFile(file.read()) != pixelStream():
+                raise SystemExit(f"{arguments.check} is not what this script draws.")
+        return
+    with open(arguments.output, "wb") as file:
+        file.write(pngFile(pixelStream()))
 
 
 if __name__ == "__main__":
