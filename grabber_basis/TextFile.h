@@ -27,6 +27,8 @@ class TextFile {
     void write(std::string_view text);
     /// Whether any write to the file that is open now has failed.
     bool hasWriteFailed() const { return mHasWriteFailed; }
+    /// Whether reading met an error since the file was last rewound.
+    bool hasReadFailed() const { return stream() != nullptr && std::ferror(stream()) != 0; }
 
   private:
     OwnedFile mCurrent;
