@@ -38,7 +38,7 @@ refreshPackageIndex() {
 }
 
 installPackages() {
-    asRoot apt-get install -y -q --no-install-recommends "$@" </dev/null >&2
+    asRoot apt-get install -y -q --no-install-recommends -o DPkg::Lock::Timeout=120 "$@" </dev/null >&2
 }
 
 # Ends the script when a package is missing and cannot be installed.
