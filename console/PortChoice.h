@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace orbctl {
+
+class Arguments;
+
+/// The option --port of a command.
+class PortChoice {
+  public:
+    /// \param preset  "0", "1" or "both"
+    explicit PortChoice(const std::string& preset) : mText(preset) {}
+
+    void declare(Arguments& arguments);
+    std::vector<unsigned> ports() const;
+
+  private:
+    std::string mText;
+};
+
+/// "port 1: " where a message has to tell the ports apart, else nothing.
+std::string portPrefix(const std::vector<unsigned>& ports, unsigned port);
+
+} // namespace orbctl

@@ -1,0 +1,42 @@
+#include "console/Session.h"
+
+#include "console/HostLocation.h"
+#include "console/Setting.h"
+
+#include <cstdlib>
+#include <utility>
+
+namespace orbctl {
+
+const HostLibrary& Session::runtime() {
+    if (!mRuntime.isOpen()) {
+        mRuntime = HostLibrary::open(runtimeFile(mOptions.runtime), "runtime");
+        mCompanions = openCompanions(mRuntime.file());
+    }
+    return mRuntime;
+}
+
+std::string Session::appletName() const { return appletFile(mOptions.applet); }
+
+AppletHandle& Session::applet() {
+    if (!mApplet) {
+        auto opened = std::make_unique<AppletHandle>(runtime(), appletName(), mOptions.board, mOptions.slave);
+        for (const std::string& text : mOptions.settings) {
+            const PortSetting setting = portSettingFrom(text);
+            applySettings(*opened, setting.ports, {setting.setting});
+        }
+        mApplet = std::move(opened);
+    }
+    return *mApplet;
+}
+
+HostLibrary Session::openAppletLibrary() {
+    runtime();
+    return HostLibrary::open(appletName(), "applet");
+}
+
+bool Session::beginScript() { return !std::exchange(mIsScripted, true); }
+
+void Session::offerRegisters() { setenv("KAVO_ENABLE_DRA", "1", 1); }
+
+} // namespace orbctl

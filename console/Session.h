@@ -1,0 +1,65 @@
+#pragma once
+
+#include "console/AppletHandle.h"
+#include "console/HostLibrary.h"
+#include "console/Terminal.h"
+
+#include <memory>
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace orbctl {
+
+/// What the options before the command say.
+struct GlobalOptions {
+    std::string runtime; ///< file; empty: the default
+    std::string applet;  ///< file; empty: the default
+    unsigned board = 0;
+    bool slave = false;
+    std::vector<std::string> settings; ///< "NAME=VALUE", applied when the board is opened
+};
+
+/// Where a command's text goes, and what it may look like there.
+struct Streams {
+    std::ostream& output;   ///< values
+    std::ostream& messages; ///< everything else
+    Terminal outputTerminal;
+    Terminal messageTerminal;
+};
+
+/// One run of the program: its options, its streams, and the board, opened when it is first needed.
+class Session {
+  public:
+    Session(GlobalOptions options, Streams streams) : mOptions(std::move(options)), mStreams(streams) {}
+
+    std::ostream& output() { return mStreams.output; }
+    std::ostream& messages() { return mStreams.messages; }
+    const Terminal& outputTerminal() const { return mStreams.outputTerminal; }
+    const Terminal& messageTerminal() const { return mStreams.messageTerminal; }
+
+    /// The open board.
+    /// \throws Failure where it cannot be opened or refuses a setting of the options
+    AppletHandle& applet();
+    /// Opens the applet's library alone, without a board.
+    HostLibrary openAppletLibrary();
+    /// The runtime's library, for functions that only some runtimes have.
+    const HostLibrary& runtime();
+    std::string appletName() const;
+
+    /// Tells that commands are read from a file from now on. \return false where they already are
+    bool beginScript();
+
+    /// Makes the board's registers parameters too; without effect once the board is open.
+    static void offerRegisters();
+
+  private:
+    GlobalOptions mOptions;
+    Streams mStreams;
+    HostLibrary mRuntime;
+    std::vector<HostLibrary> mCompanions;
+    std::unique_ptr<AppletHandle> mApplet;
+    bool mIsScripted = false;
+};
+
+} // namespace orbctl
