@@ -39,6 +39,7 @@ class SIMULATOR_PUBLIC Board {
 
     Board(const Board&) = delete;
     Board& operator=(const Board&) = delete;
+    ~Board();
 
     unsigned number() const;
     /// What the runtime and an applet know the board by; valid for the life of the process.
@@ -108,7 +109,6 @@ class SIMULATOR_PUBLIC Board {
 
   private:
     explicit Board(unsigned number);
-    ~Board();
 
     unsigned mNumber;
     std::unique_ptr<BoardModel> mModel;

@@ -14,6 +14,7 @@ namespace simulator {
 class SIMULATOR_PUBLIC BoardClock {
   public:
     static constexpr std::uint64_t ticksPerSecond = 62500000;
+    static constexpr std::uint64_t nanosecondsPerTick = 16;
 
     BoardClock();
 
@@ -27,10 +28,13 @@ class SIMULATOR_PUBLIC BoardClock {
     /// board does in that time happens when the board is next asked for anything.
     void advance(std::uint64_t ticks);
 
+    /// The same up to a tick; a tick that has passed changes nothing.
+    void advanceTo(std::uint64_t tick);
+
     /// Board time in ticks.
     std::uint64_t now() const;
 
-    /// Back to tick 0, in the mode that it was in.
+    /// Back to power-on: tick 0, driven by the wall clock.
     void restart();
 
   private:

@@ -16,8 +16,9 @@ struct CameraSetup {
     std::uint32_t sensorWidth = 1024;
     std::uint32_t sensorHeight = 1024;
     PixelFormat pixelFormat = PixelFormat::mono8;
-    /// Payload of one packet in pixels; the packets of a picture travel alternately over the two links.
-    std::uint32_t packetPixels = 7168;
+    /// Size of one packet in bytes, 36 bytes of headers included: 44 to 9036. The pixels of a picture travel
+    /// in packets, alternately over the two links; mono8 takes one byte a pixel, every other format two.
+    std::uint32_t packetBytes = 7204;
     /// Cables exchanged between the two links of the port. The applet starts with the exchange of links
     /// switched on, so that a board cabled like this one shows straight pictures at once.
     bool cablesCrossed = true;

@@ -1,0 +1,94 @@
+#include "simulator/Board.h"
+
+#include "simulator/model/BoardModel.h"
+
+#include <array>
+#include <functional>
+#include <mutex>
+#include <stdexcept>
+
+/// What a device pointer points to. Only the address counts.
+struct QXdevice {
+    unsigned char place;
+};
+
+namespace simulator {
+namespace {
+
+std::array<QXdevice, Board::numberOfBoards> devices{};
+
+unsigned checkedPort(unsigned port) {
+    if (port >= Board::numberOfPorts) {
+        throw std::out_of_range("a board has the camera ports 0 and 1");
+    }
+    return port;
+}
+
+} // namespace
+
+Board& Board::at(unsigned number) {
+    static std::mutex lock;
+    static std::array<std::unique_ptr<Board>, numberOfBoards> boards;
+    const std::lock_guard<std::mutex> guard(lock);
+    std::unique_ptr<Board>& board = boards.at(number);
+    if (board == nullptr) {
+        board.reset(new Board(number));
+    }
+    return *board;
+}
+
+Board* Board::of(const QXdevice* device) {
+    const std::less<const QXdevice*> before;
+    const QXdevice* first = devices.data();
+    if (before(device, first) || !before(device, first + devices.size())) {
+        return nullptr;
+    }
+    return &at(static_cast<unsigned>(device - first));
+}
+
+Board::Board(unsigned number) : mNumber(number), mModel(std::make_unique<BoardModel>()) {}
+
+Board::~Board() = default;
+
+unsigned Board::number() const { return mNumber; }
+
+QXdevice* Board::device() { return &devices[mNumber]; }
+
+void Board::reset() { mModel->reset(); }
+
+BoardClock& Board::clock() { return mModel->clock(); }
+
+std::uint64_t Board::designValue(const std::string& name) const { return mModel->peek(name); }
+
+void Board::setDesignValue(const std::string& name, std::uint64_t value) { mModel->poke(name, value); }
+
+void Board::releaseDesignValue(const std::string& name) { mModel->release(name); }
+
+std::vector<std::uint32_t> Board::designField(const std::string& name) const {
+    return mModel->peekTable(name);
+}
+
+void Board::setDesignField(const std::string& name, std::size_t first,
+                           const std::vector<std::uint32_t>& values) {
+    mModel->pokeTable(name, first, values);
+}
+
+void Board::pinRuntimeParameter(int id, unsigned dmaIndex, std::uint32_t value) {
+    mModel->pinRuntimeParameter(id, checkedPort(dmaIndex), value);
+}
+
+void Board::releaseRuntimeParameter(int id, unsigned dmaIndex) {
+    mModel->releaseRuntimeParameter(id, checkedPort(dmaIndex));
+}
+
+void Board::raiseEvent(const std::string& designEventName) { mModel->raise(designEventName); }
+
+std::vector<RaisedEvent> Board::takeEvents() { return mModel->takeEvents(); }
+
+std::uint64_t Board::eventCount(const std::string& designEventName) const {
+    return mModel->eventCount(designEventName);
+}
+
+BoardModel& Board::model() { return *mModel; }
+
+} // namespace simulator
