@@ -33,6 +33,7 @@ void DigitalInputs::drive(unsigned pin, const InputWave& wave) {
     driven.wave = wave;
     driven.wavePulses = 0;
     driven.nextWaveEdge = wave.firstRise;
+    driven.waveRises = true;
     findNext();
 }
 
@@ -93,8 +94,8 @@ void DigitalInputs::runWave(unsigned pin, Tick now) {
     if (driven.nextWaveEdge > now)
         return;
     const InputWave& wave = driven.wave;
-    const Tick sinceFirst = driven.nextWaveEdge - wave.firstRise;
-    const bool rises = sinceFirst % (wave.highTicks + wave.lowTicks) == 0;
+    const bool rises = driven.waveRises;
+    driven.waveRises = !rises;
     if (rises) {
         ++driven.wavePulses;
         driven.nextWaveEdge += wave.highTicks;
@@ -116,7 +117,7 @@ void DigitalInputs::runSchedule(Tick now) {
 void DigitalInputs::findNext() {
     mNext = mSchedule.empty() ? neverTick : mSchedule.begin()->first;
     for (const Pin& pin : mPins)
-        mNext = std::min({mNext, acceptanceDue(pin), pin.nextWaveEdge});
+        mNext = std::min(mNext, std::min(acceptanceDue(pin), pin.nextWaveEdge));
 }
 
 } // namespace simulator

@@ -50,6 +50,7 @@ class DigitalInputs {
         bool accepted = false;
         Tick changedAt = 0;
         Tick nextWaveEdge = neverTick;
+        bool waveRises = true;
         InputWave wave{};
         std::uint64_t wavePulses = 0;
     };

@@ -29,15 +29,6 @@ void PulseGenerator::givePulse(Tick now) {
         --mFillLevel;
 }
 
-Tick PulseGenerator::nextActivity() const {
-    const bool wanted = !mSettings.queueMode || mFillLevel > 0;
-    return wanted && !mHeld ? readyAt() : neverTick;
-}
-
-Tick PulseGenerator::readyAt() const {
-    return mFresh ? 0 : mLastPulse + mSettings.minimumPeriodNumber + minimumPeriodOffset;
-}
-
 std::uint32_t PulseGenerator::limit() const { return std::min(mSettings.queueFullValue, queueCapacity); }
 
 } // namespace simulator

@@ -45,14 +45,19 @@ class PulseGenerator {
     void givePulse(Tick now);
 
     /// Earliest tick at which a pulse can be given, possibly in the past; neverTick when none is wanted.
-    Tick nextActivity() const;
+    Tick nextActivity() const {
+        const bool wanted = !mSettings.queueMode || mFillLevel > 0;
+        return wanted && !mHeld ? readyAt() : neverTick;
+    }
     /// Whether the minimum period has passed since the last pulse.
     bool periodPassed(Tick now) const { return readyAt() <= now; }
     std::uint32_t fillLevel() const { return mFillLevel; }
     bool queueFull() const { return mSettings.queueEnabled && mFillLevel >= limit(); }
 
   private:
-    Tick readyAt() const;
+    Tick readyAt() const {
+        return mFresh ? 0 : mLastPulse + mSettings.minimumPeriodNumber + minimumPeriodOffset;
+    }
     std::uint32_t limit() const;
 
     PulseGeneratorSettings mSettings;

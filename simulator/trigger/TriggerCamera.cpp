@@ -19,10 +19,6 @@ TriggerCamera::TriggerCamera(unsigned port, TriggerSink& sink)
     mGenerator.controlClear(value(CameraRegister::ClearQueuePulse));
 }
 
-std::uint32_t TriggerCamera::value(CameraRegister which) const {
-    return mRegisters[static_cast<std::size_t>(which)];
-}
-
 PulseGeneratorSettings TriggerCamera::generatorSettings() const {
     return {value(CameraRegister::MinimumPeriod),     isSet(CameraRegister::EnableQueue),
             isSet(CameraRegister::QueueEnabled),      value(CameraRegister::QueueFullValue),
@@ -137,24 +133,24 @@ void TriggerCamera::frameArrived(Tick now) {
     mSink.event(TriggerEventKind::FrameEnd, mPort, now);
 }
 
-Tick TriggerCamera::nextActivity() const {
-    Tick next = mGenerator.nextActivity();
-    for (const PulseForm& form : mForms)
-        next = std::min(next, form.nextActivity());
-    return next;
+void TriggerCamera::runPulseForms(Tick now) {
+    if (mFormsDue > now)
+        return;
+    mFormsDue = neverTick;
+    for (unsigned form = 0; form < pulseFormCount; ++form) {
+        if (mForms[form].nextActivity() <= now)
+            runPulseForm(form, now);
+        mFormsDue = std::min(mFormsDue, mForms[form].nextActivity());
+    }
 }
 
-void TriggerCamera::runPulseForms(Tick now) {
-    for (unsigned form = 0; form < pulseFormCount; ++form) {
-        if (mForms[form].nextActivity() > now)
-            continue;
-        if (mForms[form].endWidth(now)) {
-            mSink.signal(TriggerSignalKind::PulseForm, mPort, form, 0, now);
-            refreshOutputs(now);
-        }
-        const std::uint32_t width = value(offsetRegister(CameraRegister::FormWidth0, form));
-        formOutcome(form, mForms[form].endDelay(width, now), now);
+void TriggerCamera::runPulseForm(unsigned form, Tick now) {
+    if (mForms[form].endWidth(now)) {
+        mSink.signal(TriggerSignalKind::PulseForm, mPort, form, 0, now);
+        refreshOutputs(now);
     }
+    const std::uint32_t width = value(offsetRegister(CameraRegister::FormWidth0, form));
+    formOutcome(form, mForms[form].endDelay(width, now), now);
 }
 
 void TriggerCamera::runGenerator(Tick now) {

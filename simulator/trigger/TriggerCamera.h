@@ -27,7 +27,7 @@ class TriggerCamera {
     void frameStarted(Tick now);
     void frameArrived(Tick now);
 
-    Tick nextActivity() const;
+    Tick nextActivity() const { return std::min(mFormsDue, mGenerator.nextActivity()); }
     void runPulseForms(Tick now);
     void runGenerator(Tick now);
 
@@ -39,7 +39,7 @@ class TriggerCamera {
     bool outputLevel(unsigned output) const { return mOutputs.at(output); }
 
   private:
-    std::uint32_t value(CameraRegister which) const;
+    std::uint32_t value(CameraRegister which) const { return mRegisters[static_cast<std::size_t>(which)]; }
     bool isSet(CameraRegister which) const { return (value(which) & 1) != 0; }
     PulseGeneratorSettings generatorSettings() const;
 
@@ -53,6 +53,7 @@ class TriggerCamera {
     void generatorPulse(Tick now);
     void distributePulse(Tick now);
     void triggerForm(unsigned form, Tick now);
+    void runPulseForm(unsigned form, Tick now);
     void formOutcome(unsigned form, PulseForm::Outcome outcome, Tick now);
     void formRose(unsigned form, Tick now);
     void lostPulse(Tick now);
@@ -78,6 +79,7 @@ class TriggerCamera {
 
     std::array<PulseDownscale, pulseFormCount> mFormDownscales;
     std::array<PulseForm, pulseFormCount> mForms;
+    Tick mFormsDue = neverTick;
     std::array<bool, triggerOutputCount> mOutputs{};
     bool mCameraTrigger = false;
     PulseCount mOutputPulses;

@@ -64,7 +64,9 @@ void TriggerCamera::triggerForm(unsigned form, Tick now) {
         return;
     const std::uint32_t delay = value(offsetRegister(CameraRegister::FormDelay0, form));
     const std::uint32_t width = value(offsetRegister(CameraRegister::FormWidth0, form));
-    formOutcome(form, mForms[form].trigger(delay, width, now), now);
+    const PulseForm::Outcome outcome = mForms[form].trigger(delay, width, now);
+    mFormsDue = std::min(mFormsDue, mForms[form].nextActivity());
+    formOutcome(form, outcome, now);
 }
 
 void TriggerCamera::formOutcome(unsigned form, PulseForm::Outcome outcome, Tick now) {

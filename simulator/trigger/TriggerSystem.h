@@ -55,8 +55,9 @@ class TriggerSystem {
     void setInput(unsigned pin, bool level, Tick tick);
     /// Plans a level for a later tick; changes planned for one tick happen in the order of planning.
     void scheduleInput(unsigned pin, bool level, Tick tick);
-    /// Plays a wave on a pin in place of the one that it may be playing, from the next tick on at the earliest;
-    /// planned changes still happen. Throws std::invalid_argument for a wave that has no high or no low time.
+    /// Plays a wave on a pin in place of the one that it may be playing, from the next tick on at the
+    /// earliest; planned changes still happen. Throws std::invalid_argument for a wave that has no high or no
+    /// low time.
     void driveInput(unsigned pin, const InputWave& wave);
     /// Ends the wave on a pin, which keeps its level.
     void releaseInput(unsigned pin);
