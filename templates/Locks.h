@@ -52,9 +52,6 @@ class GenericLock {
 
   protected:
     bool locked = false;
-
-  private:
-    UnwindingCheck mUnwindingCheck;
 };
 
 } // namespace patterns

@@ -15,6 +15,9 @@ class PropertiesFile {
     /// The value of a property; the fallback for an unknown one.
     std::string get(const std::string& key, const std::string& fallback = {}) const;
 
+    /// All properties, in the order of their keys.
+    std::map<std::string, std::string> all() const;
+
     /// True until set is called the first time.
     bool isUnchanged() const;
     /// True as soon as a property was replaced by another value.
