@@ -1,7 +1,7 @@
 #pragma once
 
-/// The runtime's error codes, as far as the applet gives them itself. Every other negative number that a caller
-/// sees came from one of the host libraries and was passed on unchanged.
+/// The runtime's error codes, as far as the applet gives them itself. Every other negative number that a
+/// caller sees came from one of the host libraries and was passed on unchanged.
 namespace kavo::error {
 
 constexpr int ok = 0;

@@ -2,11 +2,12 @@
 
 #include <cstdint>
 
-/// libgrabcore5.so, the frame-grabber runtime, and the entry points of an applet library, which bear the same names.
+/// libgrabcore5.so, the frame-grabber runtime, and the entry points of an applet library, which bear the same
+/// names.
 ///
-/// A program holds an outer handle. Its Master field carries the applet's wrapper; the runtime passes every call on
-/// that handle to the applet's function of the same name. The applet holds an inner handle, whose calls the runtime
-/// answers itself; the inner handle's Master is null.
+/// A program holds an outer handle. Its Master field carries the applet's wrapper; the runtime passes every
+/// call on that handle to the applet's function of the same name. The applet holds an inner handle, whose
+/// calls the runtime answers itself; the inner handle's Master is null.
 
 struct fpga_design;
 struct QXdevice;
@@ -24,7 +25,8 @@ struct ShadingMaster;
 
 extern "C" {
 
-// ---- entry points that only an applet has -------------------------------------------------------------------------
+// ---- entry points that only an applet has
+// -------------------------------------------------------------------------
 
 /// Creates the applet for a board.
 /// \param device  the board
@@ -42,7 +44,8 @@ int Fg_getParameterInfoXML(Fg_Struct* handle, int port, char* buffer, unsigned* 
 std::uint64_t Fg_getEventMask(Fg_Struct* handle, const char* name);
 const char* Fg_getEventName(Fg_Struct* handle, std::uint64_t mask);
 
-// ---- functions that the runtime and an applet both have -----------------------------------------------------------
+// ---- functions that the runtime and an applet both have
+// -----------------------------------------------------------
 
 int Fg_setParameterWithType(Fg_Struct* handle, int id, const void* value, unsigned dmaIndex, int type);
 int Fg_getParameterWithType(Fg_Struct* handle, int id, void* value, unsigned dmaIndex, int type);
@@ -64,13 +67,15 @@ ShadingMaster* Fg_AllocShading(Fg_Struct* handle, int first, int second);
 int Fg_FreeShading(Fg_Struct* handle, ShadingMaster* shading);
 int Shad_SetSubValueLine(Fg_Struct* handle, ShadingMaster* shading, int first, int second, float value);
 int Shad_SetMultValueLine(Fg_Struct* handle, ShadingMaster* shading, int first, int second, float value);
-int Shad_SetFixedPatternNoiseLine(Fg_Struct* handle, ShadingMaster* shading, int first, int second, int value);
+int Shad_SetFixedPatternNoiseLine(Fg_Struct* handle, ShadingMaster* shading, int first, int second,
+                                  int value);
 int Shad_GetMaxLine(Fg_Struct* handle, ShadingMaster* shading);
 int Shad_GetAccess(Fg_Struct* handle, ShadingMaster* shading);
 int Shad_FreeAccess(Fg_Struct* handle, ShadingMaster* shading);
 int Shad_WriteActLine(Fg_Struct* handle, ShadingMaster* shading, int line);
 
-// ---- functions that only the runtime has --------------------------------------------------------------------------
+// ---- functions that only the runtime has
+// --------------------------------------------------------------------------
 
 /// Opens an inner handle on a loaded design. The name is a text for messages.
 Fg_Struct* Fg_InitHandleSlaveAware(const char* name, QXdevice* device, fpga_design* design, int slave);

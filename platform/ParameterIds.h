@@ -1,7 +1,7 @@
 #pragma once
 
-/// The runtime's ids of its standard parameters. The runtime addresses a parameter by these numbers; each exists
-/// once per camera port, and the DMA index of a call tells the port.
+/// The runtime's ids of its standard parameters. The runtime addresses a parameter by these numbers; each
+/// exists once per camera port, and the DMA index of a call tells the port.
 enum StandardParameterId : int {
     FG_TRIGGER_FRAMESPERSECOND = 90,
     FG_WIDTH = 100,

@@ -3,7 +3,8 @@
 #include <cstddef>
 #include <cstdint>
 
-/// Type codes of the runtime's typed get and set, as far as this project uses them. They are passed on unchanged.
+/// Type codes of the runtime's typed get and set, as far as this project uses them. They are passed on
+/// unchanged.
 namespace kavo::type {
 
 /// 32 bits, unsigned; a typed get fills the low word of a 64-bit buffer that was cleared before.
