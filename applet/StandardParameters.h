@@ -1,0 +1,94 @@
+#pragma once
+
+#include "applet/Enumerations.h"
+
+#include <array>
+#include <cstddef>
+
+/// A category of the parameter tree; the order is the order in which the tree is built.
+enum class CategoryId {
+    camera,
+    regionOfInterest,
+    trigger,
+    triggerInput,
+    triggerInputExternal,
+    softwareTrigger,
+    triggerInputStatistics,
+    sequencer,
+    queue,
+    pulseFormGenerator0,
+    pulseFormGenerator1,
+    pulseFormGenerator2,
+    pulseFormGenerator3,
+    cameraActionCommand,
+    digitalOutput,
+    digitalOutputStatistics,
+    outputEvent,
+    overflow,
+    lookupTable,
+    processing,
+    outputFormat,
+    miscellaneous,
+    appletProperties,
+    none, ///< no category: the parameter has no description in the tree
+};
+
+struct CategoryRow {
+    CategoryId id;
+    CategoryId parent; ///< none: a top-level category
+    const char* name;
+};
+
+extern const std::array<CategoryRow, static_cast<std::size_t>(CategoryId::none)> categories;
+
+/// Kind of a standard parameter's value.
+enum class ValueKind {
+    unlisted, ///< has no description in the tree
+    integer,  ///< unsigned 32-bit
+    real,     ///< double
+    enumeration,
+    text,
+    integerField, ///< 4096 unsigned 32-bit values, accessed one by one
+};
+
+/// Flag words of a description; the access flags tell readable (1), writable (2) and changeable (4).
+struct DescriptionFlags {
+    int access = 0;
+    int range = 0;
+    int visibility = 0;
+};
+
+constexpr int accessReadOnly = 1;
+constexpr int accessReadWriteChange = 7;
+
+/// One standard parameter: everything that is fixed about it, for both ports.
+struct StandardParameter {
+    const char* name;
+    int id;
+    const char* displayName;
+    ValueKind kind;
+    double from, to, step; ///< inclusive limits; exact for 32-bit integers
+    DescriptionFlags flags;
+    CategoryId category;
+    const char* unit;                               ///< or null
+    const char* fileExtension;                      ///< file filter of a text, or null
+    std::array<const Enumeration*, 2> enumerations; ///< per port; null unless kind is enumeration
+    const char* description;                        ///< one sentence, or null
+};
+
+/// Frames per second of FG_TRIGGER_FRAMESPERSECOND: the lowest is the one whose period just fits 32 bits of
+/// trigger ticks, taken just below 62.5 MHz / 2^32.
+constexpr double lowestFrameRate = 0.01455191522836685;
+constexpr double highestFrameRate = 6.25e6;
+
+constexpr int standardParameterCount = 93;
+
+/// Entries of the lookup table.
+constexpr int lookupTableSize = 4096;
+constexpr unsigned largestPixelValue = 4095;
+
+/// The catalogue, in the order in which the applet numbers its parameters.
+extern const std::array<StandardParameter, standardParameterCount> standardParameters;
+
+/// The row of an id, or null.
+const StandardParameter* findStandardParameter(int id);
