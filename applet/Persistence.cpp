@@ -1,0 +1,200 @@
+// Default values, and the configuration files that save and restore the settings of both ports.
+
+#include "applet/AppletWrapper.h"
+#include "applet/PersistedKeys.h"
+#include "grabber_basis/Fg_ConfigFileParser.h"
+
+#include <vector>
+
+namespace error = kavo::error;
+using kavo::templates::platform::CriticalSectionGuard;
+
+namespace {
+
+/// Room for a path, which is all the text that a file holds.
+constexpr std::size_t textCapacity = 1024;
+
+using StoredValue = std::variant<unsigned, double, std::string>;
+
+/// The value of a key in a port's section, or nothing when the file lacks it.
+std::optional<unsigned> find(Fg_ConfigFileParser& parser, int port, const char* key, IntegerValue) {
+    int value = 0;
+    const bool found = parser.parseIntKeySection(port, key, &value) == 0;
+    return found ? std::optional(static_cast<unsigned>(value)) : std::nullopt;
+}
+
+std::optional<double> find(Fg_ConfigFileParser& parser, int port, const char* key, RealValue) {
+    double value = 0;
+    const bool found = parser.parseDoubleKeySection(port, key, &value) == 0;
+    return found ? std::optional(value) : std::nullopt;
+}
+
+std::optional<std::string> find(Fg_ConfigFileParser& parser, int port, const char* key, TextValue) {
+    char value[textCapacity] = {};
+    const bool found = parser.parseKeySection(port, key, value) == 0;
+    return found ? std::optional<std::string>(value) : std::nullopt;
+}
+
+unsigned argument(unsigned stored) { return stored; }
+double argument(double stored) { return stored; }
+const char* argument(const std::string& stored) { return stored.c_str(); }
+
+template <class Value>
+Value kindOf(const KeyAccess<Value>&) {
+    return {};
+}
+
+/// Calls the visitor with the kind of a key's value and the access to its parameter.
+template <class Visitor>
+auto visit(const PersistedKey& key, Visitor visitor) {
+    return std::visit([&](const auto& access) { return visitor(kindOf(access), access); }, key.access);
+}
+
+/// The keys of one port of an applet, each by its place in the table.
+class PortKeys {
+  public:
+    PortKeys(FgQxWrapperImpl& applet, int port) : mApplet(applet), mPort(port) {}
+
+    void applyDefault(const PersistedKey& key) {
+        visit(key, [&](auto, const auto& access) {
+            if (access.appliedDefault) {
+                // A value that is refused stays refused.
+                static_cast<void>((mApplet.*access.write)(mPort, argument(*access.appliedDefault)));
+            }
+        });
+    }
+
+    void save(Fg_ConfigFileParser& parser, const PersistedKey& key) {
+        if (const auto* integer = std::get_if<KeyAccess<IntegerValue>>(&key.access)) {
+            unsigned value = 0;
+            if ((mApplet.*integer->read)(mPort, &value) == error::ok) {
+                parser.writeConfigFileIntKey(key.name, static_cast<int>(value));
+            }
+        } else if (const auto* real = std::get_if<KeyAccess<RealValue>>(&key.access)) {
+            double value = 0;
+            if ((mApplet.*real->read)(mPort, &value) == error::ok) {
+                parser.writeConfigFileDoubleKey(key.name, value);
+            }
+        } else {
+            const auto& text = std::get<KeyAccess<TextValue>>(key.access);
+            parser.writeConfigFile(key.name, (mApplet.*text.cache)(mPort).c_str());
+        }
+    }
+
+    StoredValue cached(const PersistedKey& key) {
+        return visit(key,
+                     [&](auto, const auto& access) { return StoredValue((mApplet.*access.cache)(mPort)); });
+    }
+
+    void restore(const PersistedKey& key, const StoredValue& value) {
+        visit(key, [&](auto kind, const auto& access) {
+            (mApplet.*access.cache)(mPort) = std::get<typename decltype(kind)::Stored>(value);
+        });
+    }
+
+    /// False when the file lacks the key.
+    bool cache(Fg_ConfigFileParser& parser, const PersistedKey& key) {
+        return visit(key, [&](auto kind, const auto& access) {
+            auto value = find(parser, mPort, key.name, kind);
+            if (value) {
+                (mApplet.*access.cache)(mPort) = std::move(*value);
+            }
+            return value.has_value();
+        });
+    }
+
+    /// Nothing when the file lacks the key; else the code of the write.
+    std::optional<int> apply(Fg_ConfigFileParser& parser, const PersistedKey& key) {
+        return visit(key, [&](auto kind, const auto& access) -> std::optional<int> {
+            const auto value = find(parser, mPort, key.name, kind);
+            return value ? std::optional((mApplet.*access.write)(mPort, argument(*value))) : std::nullopt;
+        });
+    }
+
+  private:
+    FgQxWrapperImpl& mApplet;
+    int mPort;
+};
+
+/// The settings of one port as they are before a load. The table's own settings follow the table's type: when
+/// the type is not applied, they go back with it.
+class BeforeLoad {
+  public:
+    explicit BeforeLoad(PortKeys& keys) : mKeys(keys) {
+        for (const PersistedKey& key : PersistedKeys::all()) {
+            mValues.push_back(mKeys.cached(key));
+        }
+    }
+
+    void restore(std::size_t index) { mKeys.restore(PersistedKeys::all()[index], mValues[index]); }
+
+    void restoreTableSettings() {
+        for (std::size_t index = 0; index < mValues.size(); ++index) {
+            if (PersistedKeys::all()[index].pass == LoadPass::cacheOnly) {
+                restore(index);
+            }
+        }
+    }
+
+  private:
+    PortKeys& mKeys;
+    std::vector<StoredValue> mValues;
+};
+
+} // namespace
+
+void FgQxWrapperImpl::setDefaultValues() {
+    const CriticalSectionGuard guard(&mParameterLock);
+    for (const int port : {0, 1}) {
+        PortKeys keys(*this, port);
+        for (const PersistedKey& key : PersistedKeys::all()) {
+            keys.applyDefault(key);
+        }
+    }
+}
+
+void FgQxWrapperImpl::saveConfig(Fg_ConfigFileParser& parser) {
+    const CriticalSectionGuard guard(&mParameterLock);
+    for (const int port : {0, 1}) {
+        parser.writeConfigFileByPort(port);
+        PortKeys keys(*this, port);
+        for (const PersistedKey& key : PersistedKeys::all()) {
+            if (key.pass != LoadPass::none) {
+                keys.save(parser, key);
+            }
+        }
+    }
+}
+
+bool FgQxWrapperImpl::loadConfig(Fg_ConfigFileParser& parser) {
+    const CriticalSectionGuard guard(&mParameterLock);
+    return loadPort(parser, 0) && loadPort(parser, 1);
+}
+
+bool FgQxWrapperImpl::loadPort(Fg_ConfigFileParser& parser, int port) {
+    PortKeys keys(*this, port);
+    BeforeLoad before(keys);
+    for (const PersistedKey& key : PersistedKeys::all()) {
+        const bool isCached = key.pass == LoadPass::both || key.pass == LoadPass::cacheOnly;
+        if (isCached && !keys.cache(parser, key)) {
+            return false;
+        }
+    }
+    for (std::size_t index = 0; index < PersistedKeys::all().size(); ++index) {
+        const PersistedKey& key = PersistedKeys::all()[index];
+        if (key.pass != LoadPass::both && key.pass != LoadPass::applyOnly) {
+            continue;
+        }
+        // The setter must see what the hardware has: what it refuses stays, and orders depend on the old
+        // value.
+        before.restore(index);
+        const std::optional<int> code = keys.apply(parser, key);
+        if (!code) {
+            return false;
+        }
+        if (key.id == FG_LUT_TYPE && *code != error::ok) {
+            before.restoreTableSettings();
+        }
+    }
+    return true;
+}
