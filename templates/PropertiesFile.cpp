@@ -17,6 +17,11 @@ std::string PropertiesFile::get(const std::string& key, const std::string& fallb
     return property == mProperties.end() ? fallback : property->second;
 }
 
+std::map<std::string, std::string> PropertiesFile::all() const {
+    const RecursiveMutexGuard guard(&mMutex);
+    return mProperties;
+}
+
 bool PropertiesFile::isUnchanged() const {
     const RecursiveMutexGuard guard(&mMutex);
     return mIsUnchanged;
