@@ -54,9 +54,19 @@ unsigned Board::number() const { return mNumber; }
 
 QXdevice* Board::device() { return &devices[mNumber]; }
 
-void Board::reset() { mModel->reset(); }
+void Board::reset() { mModel->reset(false); }
+
+void Board::resetAndStepByHand() { mModel->reset(true); }
 
 BoardClock& Board::clock() { return mModel->clock(); }
+
+CameraSetup Board::camera(unsigned port) const { return mModel->camera(checkedPort(port)); }
+
+void Board::setCamera(unsigned port, const CameraSetup& setup) {
+    mModel->setCamera(checkedPort(port), setup);
+}
+
+std::uint64_t Board::exposures(unsigned port) const { return mModel->exposures(checkedPort(port)); }
 
 std::uint64_t Board::designValue(const std::string& name) const { return mModel->peek(name); }
 

@@ -48,6 +48,8 @@ class SIMULATOR_PUBLIC Board {
     /// Power-on state: every register, camera, input and event as after switching on, nothing pinned, time at
     /// tick 0 and driven by the wall clock. Handles that are open stay open.
     void reset();
+    /// The same, but time is stepped by hand, so that nothing happens between tick 0 and the next step.
+    void resetAndStepByHand();
 
     /// Board time; it starts with the wall clock.
     BoardClock& clock();

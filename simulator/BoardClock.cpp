@@ -41,11 +41,11 @@ std::uint64_t BoardClock::now() const {
     return nowUnlocked();
 }
 
-void BoardClock::restart() {
+void BoardClock::restart(bool steppedByHand) {
     const std::lock_guard<std::mutex> guard(mLock);
     mTicksAtStart = 0;
     mWallStart = WallClock::now();
-    mSteppedByHand = false;
+    mSteppedByHand = steppedByHand;
 }
 
 std::uint64_t BoardClock::nowUnlocked() const {

@@ -34,8 +34,8 @@ class SIMULATOR_PUBLIC BoardClock {
     /// Board time in ticks.
     std::uint64_t now() const;
 
-    /// Back to power-on: tick 0, driven by the wall clock.
-    void restart();
+    /// Back to tick 0.
+    void restart(bool steppedByHand);
 
   private:
     using WallClock = std::chrono::steady_clock;

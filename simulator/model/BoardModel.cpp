@@ -9,7 +9,10 @@ namespace simulator {
 
 BoardModel::BoardModel() {
     claimBoardRegisters();
-    reset();
+    for (unsigned port = 0; port < Board::numberOfPorts; ++port) {
+        mPorts[port] = std::make_unique<ImagePort>(mStore, port);
+    }
+    claimRuntimeParameters();
 }
 
 void BoardModel::claimBoardRegisters() {
@@ -17,15 +20,25 @@ void BoardModel::claimBoardRegisters() {
     mStore.claim("Device1_Board_SerialNumber").compute = [] { return std::uint64_t{0x0B1E55ED0001u}; };
 }
 
-void BoardModel::reset() {
+void BoardModel::reset(bool steppedByHand) {
     const Guard guard(mLock);
-    mClock.restart();
+    mClock.restart(steppedByHand);
     mStore.reset();
     mEvents.reset();
     mRuntimeParameters.reset();
+    mLostPictures = {};
+    for (const std::unique_ptr<ImagePort>& port : mPorts) {
+        port->reset();
+    }
+    mTick = 0;
+    mChanged.notify_all();
 }
 
-BoardModel::Guard BoardModel::enter() { return Guard(mLock); }
+BoardModel::Guard BoardModel::enter() {
+    Guard guard(mLock);
+    catchUp();
+    return guard;
+}
 
 std::shared_ptr<const DesignBinding> BoardModel::open(SharedDesign design) {
     const Guard guard = enter();
@@ -44,6 +57,7 @@ int BoardModel::write(DesignCell& cell, std::uint64_t value) {
         return code::notAvailable;
     }
     cell.write(value);
+    mChanged.notify_all();
     return code::ok;
 }
 
@@ -131,7 +145,7 @@ std::uint64_t BoardModel::peek(const std::string& name) {
 void BoardModel::poke(const std::string& name, std::uint64_t value) {
     const Guard guard = enter();
     DesignCell& cell = known(name);
-    if (cell.compute && (cell.isStatus || !cell.written)) {
+    if (cell.isStatus || (cell.compute && !cell.written)) {
         cell.pinned = value;
     } else {
         cell.write(value);

@@ -3,8 +3,11 @@
 #include "simulator/Board.h"
 #include "simulator/model/DesignStore.h"
 #include "simulator/model/EventLog.h"
+#include "simulator/model/ImagePort.h"
 #include "simulator/model/RuntimeParameters.h"
 
+#include <array>
+#include <condition_variable>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -20,7 +23,7 @@ class BoardModel {
     BoardModel(const BoardModel&) = delete;
     BoardModel& operator=(const BoardModel&) = delete;
 
-    void reset();
+    void reset(bool steppedByHand);
     BoardClock& clock() { return mClock; }
 
     /// Connects a design with the board; its registers are the ones that register access reaches from now on.
@@ -45,6 +48,24 @@ class BoardModel {
     void pinRuntimeParameter(int id, unsigned dmaIndex, std::uint32_t value);
     void releaseRuntimeParameter(int id, unsigned dmaIndex);
 
+    // Acquisition of a port. A memory that is named must be the one of the acquisition.
+    int startAcquisition(unsigned dmaIndex, int pictures, std::shared_ptr<dma_mem> memory, const void* owner);
+    int stopAcquisition(unsigned dmaIndex, const dma_mem* memory);
+    /// Stops every acquisition of an owner.
+    void stopAcquisitionsOf(const void* owner);
+    /// Stops every acquisition into a memory.
+    void stopAcquisitionsInto(const dma_mem* memory);
+    /// Number of the last picture, 0 before the first, or an error code.
+    int lastPicture(unsigned dmaIndex, const dma_mem* memory);
+    /// Waits until a picture has come; the answer is the last one's number. A clock that is stepped by hand
+    /// is stepped on instead of waiting. \param seconds  board time to wait; below 0: the port's FG_TIMEOUT
+    int waitForPicture(unsigned dmaIndex, int picture, int seconds, const dma_mem* memory);
+    std::uint64_t lostPictures(unsigned dmaIndex);
+
+    CameraSetup camera(unsigned port);
+    void setCamera(unsigned port, const CameraSetup& setup);
+    std::uint64_t exposures(unsigned port);
+
     // What the control API needs beyond that; see Board.
     std::uint64_t peek(const std::string& name);
     void poke(const std::string& name, std::uint64_t value);
@@ -60,6 +81,15 @@ class BoardModel {
 
     /// Takes the lock and lets everything happen that is due.
     Guard enter();
+    void catchUp();
+    Tick nextActivity() const;
+    void runPort(unsigned port);
+    /// 0, or why a program may not use the port's acquisition so.
+    int checkAcquisition(unsigned dmaIndex, const dma_mem* memory) const;
+    /// The answer to a wait for a picture, if there is one already.
+    std::optional<int> answerToWait(const DmaChannel& dma, int picture) const;
+    void sleepUntil(Tick tick, Guard& guard);
+    void claimRuntimeParameters();
     DesignCell& known(const std::string& name);
     DesignCell* registerCell(int number) const;
     void claimBoardRegisters();
@@ -70,6 +100,10 @@ class BoardModel {
     EventLog mEvents;
     std::shared_ptr<const DesignBinding> mDesign;
     RuntimeParameters mRuntimeParameters;
+    std::array<std::unique_ptr<ImagePort>, Board::numberOfPorts> mPorts;
+    std::array<std::uint64_t, Board::numberOfPorts> mLostPictures{};
+    Tick mTick = 0; ///< everything up to here has happened
+    std::condition_variable mChanged;
 };
 
 } // namespace simulator

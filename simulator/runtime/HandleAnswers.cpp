@@ -1,5 +1,6 @@
 #include "platform/RuntimeForPrograms.h"
 #include "simulator/runtime/Answers.h"
+#include "simulator/runtime/ImageMemories.h"
 #include "simulator/runtime/Service.h"
 #include "simulator/RuntimeCodes.h"
 
@@ -66,6 +67,7 @@ int answer_Fg_FreeGrabber(Fg_Struct* handle) {
         {CallKind::release, simulator::symbolNumber_Fg_FreeGrabber, "Fg_FreeGrabber"}, handle,
         [](simulator::Call&, InnerHandle*) {}, [](InnerHandle&) { return code::ok; });
     if (keptUntilTheEnd.outer != nullptr || result == code::ok) {
+        simulator::releaseMemoriesOf(handle);
         simulator::forgetHandle(handle);
     }
     return result;

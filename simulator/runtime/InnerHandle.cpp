@@ -14,7 +14,7 @@ namespace simulator {
 InnerHandle::InnerHandle(Board& board, SharedDesign design)
     : mBoard(board), mModel(board.model()), mBinding(mModel.open(std::move(design))) {}
 
-InnerHandle::~InnerHandle() = default;
+InnerHandle::~InnerHandle() { mModel.stopAcquisitionsOf(this); }
 
 int InnerHandle::designType() const { return mBinding->design->image.type; }
 

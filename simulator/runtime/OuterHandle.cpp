@@ -27,7 +27,7 @@ void* createApplet(StandardEntry* entry, QXdevice* device, int slave, int& error
 
 void OuterHandle::LibraryCloser::operator()(void* library) const { dlclose(library); }
 
-OuterHandle::OuterHandle(Library library) : mLibrary(std::move(library)) {
+OuterHandle::OuterHandle(Library library, Board& board) : mBoard(board), mLibrary(std::move(library)) {
     for (unsigned symbol = 0; symbol < numberOfBoundSymbols; ++symbol) {
         mExports[symbol] = dlsym(mLibrary.get(), symbolNames[symbol]);
     }
@@ -43,7 +43,7 @@ std::shared_ptr<OuterHandle> OuterHandle::open(const char* appletFile, Board& bo
         error = code::noApplet;
         return nullptr;
     }
-    std::shared_ptr<OuterHandle> handle(new OuterHandle(std::move(library)));
+    std::shared_ptr<OuterHandle> handle(new OuterHandle(std::move(library), board));
     error = 0;
     handle->mHandle.Master = createApplet(entry, board.device(), slave, error);
     if (handle->mHandle.Master == nullptr) {

@@ -23,6 +23,7 @@ class OuterHandle {
     ~OuterHandle();
 
     Fg_Struct* handle() { return &mHandle; }
+    Board& board() { return mBoard; }
     void* library() { return mLibrary.get(); }
 
     /// The applet's export of a function, or null.
@@ -37,8 +38,9 @@ class OuterHandle {
     };
     using Library = std::unique_ptr<void, LibraryCloser>;
 
-    explicit OuterHandle(Library library);
+    OuterHandle(Library library, Board& board);
 
+    Board& mBoard;
     Library mLibrary;
     std::array<void*, numberOfBoundSymbols> mExports{};
     Fg_Struct mHandle{nullptr};
