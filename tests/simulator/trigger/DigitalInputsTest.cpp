@@ -47,7 +47,7 @@ TEST_F(DigitalInputsTest, ALevelOfExactlyTheDebounceTimeCounts) {
 
 TEST_F(DigitalInputsTest, ABounceStartsTheWaitAgain) {
     setDebounce(10);
-    for (const Tick tick : {100, 110, 120, 125, 140})
+    for (const Tick tick : {100U, 110U, 120U, 125U, 140U})
         system.setInput(1, !system.signalValue({TriggerSignalKind::Input, 0, 1}), tick);
     system.advanceTo(1000);
     EXPECT_EQ(accepted(1, true), Ticks{170});
