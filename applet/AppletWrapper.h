@@ -92,16 +92,22 @@ class FgQxWrapperImpl final : public FgQxWrapper, public DesignParameterIds, pub
     ORBELLINE_READ_ONLY_PARAMETERS(X)
 #undef X
 
-    // ---- design parameters that need more than a plain write ----
+    // ---- design parameters by their full name; -2070 for a null value, the runtime's code otherwise ----
 
-    void set_qx_param_Device1_Process0_LookupTable_LookupTable_LUTcontent(const void* field, int dmaIndex,
-                                                                          int type, bool throwOnError);
-    void set_qx_param_Device1_Process1_LookupTable_LookupTable_LUTcontent(const void* field, int dmaIndex,
-                                                                          int type, bool throwOnError);
-    void set_qx_param_Device1_Process2_Trigger_TriggerCam1_PulseFormGenerators_Enable_Select(
-        const void* value, int dmaIndex, int type, bool throwOnError);
-    void get_qx_param_Device1_Process2_Trigger_Monitoring_ReadQueueStatus_Status(void* value, int dmaIndex,
-                                                                                 int type, bool throwOnError);
+#define ORBELLINE_SET_ACCESSOR(name)                                                                         \
+    void set_qx_param_##name(const void* value, int dmaIndex, int type, bool throwOnError) {                 \
+        fail(setDesignParameter(qx_id_##name, value, dmaIndex, type), throwOnError);                         \
+    }
+#define ORBELLINE_GET_ACCESSOR(name)                                                                         \
+    void get_qx_param_##name(void* value, int dmaIndex, int type, bool throwOnError) {                       \
+        fail(getDesignParameter(qx_id_##name, value, dmaIndex, type), throwOnError);                         \
+    }
+    ORBELLINE_SET_ACCESSOR(Device1_Process0_LookupTable_LookupTable_LUTcontent)
+    ORBELLINE_SET_ACCESSOR(Device1_Process1_LookupTable_LookupTable_LUTcontent)
+    ORBELLINE_SET_ACCESSOR(Device1_Process2_Trigger_TriggerCam1_PulseFormGenerators_Enable_Select)
+    ORBELLINE_GET_ACCESSOR(Device1_Process2_Trigger_Monitoring_ReadQueueStatus_Status)
+#undef ORBELLINE_SET_ACCESSOR
+#undef ORBELLINE_GET_ACCESSOR
 
     // ---- procedures of a port; failures are thrown as integers ----
 
@@ -232,7 +238,6 @@ class FgQxWrapperImpl final : public FgQxWrapper, public DesignParameterIds, pub
         CacheChange(const CacheChange&) = delete;
         CacheChange& operator=(const CacheChange&) = delete;
         void keep(bool kept) { mKept = kept; }
-        const Stored& previous() const { return mPrevious; }
 
       private:
         Stored& mCache;
@@ -249,7 +254,8 @@ class FgQxWrapperImpl final : public FgQxWrapper, public DesignParameterIds, pub
     int writeDesignInOrder(int port, std::initializer_list<DesignWrite> writes);
     int readDesign(int port, const DesignParameter& parameter, unsigned* out);
     int readDesignTyped(int port, const DesignParameter& parameter, void* value, int type);
-    int setDesignAccessor(int id, const void* value, int dmaIndex, int type);
+    int setDesignParameter(int id, const void* value, int dmaIndex, int type);
+    int getDesignParameter(int id, void* value, int dmaIndex, int type);
     static int readConstant(unsigned value, unsigned* out);
     static int readCache(unsigned value, unsigned* out);
     static int readCache(double value, double* out);

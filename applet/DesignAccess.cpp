@@ -6,17 +6,29 @@
 
 namespace error = kavo::error;
 
-int FgQxWrapperImpl::setDesignAccessor(int id, const void* value, int dmaIndex, int type) {
-    const auto function = wrapperFg().DLL_Fg_setParameterWithType;
-    if (function == nullptr || grabcoreFg() == nullptr) {
-        return error::notAvailable;
+int FgQxWrapperImpl::setDesignParameter(int id, const void* value, int dmaIndex, int type) {
+    if (value == nullptr) {
+        return error::invalidParameter;
     }
-    return function(grabcoreFg(), id, value, static_cast<unsigned>(dmaIndex), type);
+    const auto function = wrapperFg().DLL_Fg_setParameterWithType;
+    return function != nullptr && grabcoreFg() != nullptr
+               ? function(grabcoreFg(), id, value, static_cast<unsigned>(dmaIndex), type)
+               : error::notAvailable;
+}
+
+int FgQxWrapperImpl::getDesignParameter(int id, void* value, int dmaIndex, int type) {
+    if (value == nullptr) {
+        return error::invalidParameter;
+    }
+    const auto function = wrapperFg().DLL_Fg_getParameterWithType;
+    return function != nullptr && grabcoreFg() != nullptr
+               ? function(grabcoreFg(), id, value, static_cast<unsigned>(dmaIndex), type)
+               : error::notAvailable;
 }
 
 int FgQxWrapperImpl::writeDesignTyped(int port, const DesignParameter& parameter, const void* value,
                                       int type) {
-    return setDesignAccessor(this->*parameter.id[static_cast<unsigned>(port)], value, port, type);
+    return setDesignParameter(this->*parameter.id[static_cast<unsigned>(port)], value, port, type);
 }
 
 int FgQxWrapperImpl::writeDesign(int port, const DesignParameter& parameter, std::uint64_t value) {
@@ -37,12 +49,7 @@ int FgQxWrapperImpl::writeDesignInOrder(int port, std::initializer_list<DesignWr
 }
 
 int FgQxWrapperImpl::readDesignTyped(int port, const DesignParameter& parameter, void* value, int type) {
-    const auto function = wrapperFg().DLL_Fg_getParameterWithType;
-    if (function == nullptr || grabcoreFg() == nullptr) {
-        return error::notAvailable;
-    }
-    return function(grabcoreFg(), this->*parameter.id[static_cast<unsigned>(port)], value,
-                    static_cast<unsigned>(port), type);
+    return getDesignParameter(this->*parameter.id[static_cast<unsigned>(port)], value, port, type);
 }
 
 int FgQxWrapperImpl::readDesign(int port, const DesignParameter& parameter, unsigned* out) {
@@ -110,23 +117,4 @@ void FgQxWrapperImpl::setAccess(int port, int id, int flags) {
     if (RegisterInfo* record = description(port, id); record != nullptr) {
         record->accessFlags = flags;
     }
-}
-
-// ---- design parameters with an accessor of their own
-// --------------------------------------------------------------
-
-void FgQxWrapperImpl::set_qx_param_Device1_Process0_LookupTable_LookupTable_LUTcontent(const void* field,
-                                                                                       int dmaIndex, int type,
-                                                                                       bool throwOnError) {
-    const int id = qx_id_Device1_Process0_LookupTable_LookupTable_LUTcontent;
-    fail(field != nullptr ? setDesignAccessor(id, field, dmaIndex, type) : error::invalidParameter,
-         throwOnError);
-}
-
-void FgQxWrapperImpl::set_qx_param_Device1_Process1_LookupTable_LookupTable_LUTcontent(const void* field,
-                                                                                       int dmaIndex, int type,
-                                                                                       bool throwOnError) {
-    const int id = qx_id_Device1_Process1_LookupTable_LookupTable_LUTcontent;
-    fail(field != nullptr ? setDesignAccessor(id, field, dmaIndex, type) : error::invalidParameter,
-         throwOnError);
 }

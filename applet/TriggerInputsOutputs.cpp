@@ -213,17 +213,3 @@ int FgQxWrapperImpl::readExceededPeriodLimits(int port, unsigned* out) {
 int FgQxWrapperImpl::readMissingFrameResponse(int port, unsigned* out) {
     return readMonitoringFlag(port, missingFrameBit, out);
 }
-
-void FgQxWrapperImpl::get_qx_param_Device1_Process2_Trigger_Monitoring_ReadQueueStatus_Status(
-    void* value, int dmaIndex, int type, bool throwOnError) {
-    const auto function = wrapperFg().DLL_Fg_getParameterWithType;
-    if (value == nullptr) {
-        fail(error::invalidParameter, throwOnError);
-    } else if (function == nullptr || grabcoreFg() == nullptr) {
-        fail(error::notAvailable, throwOnError);
-    } else {
-        fail(function(grabcoreFg(), qx_id_Device1_Process2_Trigger_Monitoring_ReadQueueStatus_Status, value,
-                      static_cast<unsigned>(dmaIndex), type),
-             throwOnError);
-    }
-}

@@ -183,10 +183,3 @@ void FgQxWrapperImpl::setAllTriggerAccessModesToRWC(int port) {
         setAccess(port, id, accessReadWriteChange);
     }
 }
-
-void FgQxWrapperImpl::set_qx_param_Device1_Process2_Trigger_TriggerCam1_PulseFormGenerators_Enable_Select(
-    const void* value, int dmaIndex, int type, bool throwOnError) {
-    const int id = qx_id_Device1_Process2_Trigger_TriggerCam1_PulseFormGenerators_Enable_Select;
-    fail(value != nullptr ? setDesignAccessor(id, value, dmaIndex, type) : error::invalidParameter,
-         throwOnError);
-}

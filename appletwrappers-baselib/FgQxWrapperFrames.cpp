@@ -20,15 +20,12 @@ constexpr const char* versionKey = "Version";
 constexpr const char* appletIdKey = "LoadAppletId";
 constexpr const char* activePortKey = "AktivePort";
 
-/// Texts of a header line are cut out of pieces of at most 255 characters.
-constexpr std::size_t headerTextCapacity = 1024;
-
 // Named by files of this kind; most systems have no locale of this name, and none of our numbers depend on
 // it.
 void setFileLocale() { std::setlocale(LC_ALL, "English"); }
 
 bool headerFits(Fg_ConfigFileParser& parser, const char* cameraType) {
-    char text[headerTextCapacity] = {};
+    char text[Fg_ConfigFileParser::valueBytes] = {};
     if (parser.parseKeyFromLine(manufacturerKey, text) != 0) {
         return false;
     }
@@ -55,7 +52,9 @@ int FgQxWrapper::Fg_saveConfig(Fg_Struct*, const char* file) {
     parser.writeConfigFileIntKey(appletIdKey, getAppletID());
     parser.writeConfigFileIntKey(activePortKey, 0);
     saveConfig(parser);
-    return setError(error::ok);
+    // Every line was flushed: a full disk shows here, and a file that lacks lines must not pass for a good
+    // one.
+    return setError(parser.hasWriteFailed() ? error::fileAccessFailed : error::ok);
 }
 
 int FgQxWrapper::Fg_loadConfig(Fg_Struct*, const char* file) {
