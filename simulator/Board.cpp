@@ -24,6 +24,13 @@ unsigned checkedPort(unsigned port) {
     return port;
 }
 
+unsigned checkedInput(unsigned input) {
+    if (input >= Board::numberOfInputs) {
+        throw std::out_of_range("a board has the trigger inputs 0 to 7");
+    }
+    return input;
+}
+
 } // namespace
 
 Board& Board::at(unsigned number) {
@@ -90,6 +97,22 @@ void Board::pinRuntimeParameter(int id, unsigned dmaIndex, std::uint32_t value) 
 void Board::releaseRuntimeParameter(int id, unsigned dmaIndex) {
     mModel->releaseRuntimeParameter(id, checkedPort(dmaIndex));
 }
+
+void Board::driveInput(unsigned input, bool level) { mModel->driveInput(checkedInput(input), level); }
+
+void Board::driveInputAt(std::uint64_t tick, unsigned input, bool level) {
+    mModel->driveInputAt(tick, checkedInput(input), level);
+}
+
+void Board::playInput(unsigned input, const InputWave& wave) { mModel->playInput(checkedInput(input), wave); }
+
+void Board::releaseInput(unsigned input) { mModel->releaseInput(checkedInput(input)); }
+
+void Board::startTrace(std::size_t capacity) { mModel->startTrace(capacity); }
+
+void Board::stopTrace() { mModel->stopTrace(); }
+
+TriggerTrace Board::trace() const { return mModel->trace(); }
 
 void Board::raiseEvent(const std::string& designEventName) { mModel->raise(designEventName); }
 

@@ -3,6 +3,8 @@
 #include "platform/RegisterAccess.h"
 #include "simulator/BoardClock.h"
 #include "simulator/CameraSetup.h"
+#include "simulator/trigger/DigitalInputs.h"
+#include "simulator/trigger/TriggerTrace.h"
 #include "simulator/Visibility.h"
 
 #include <cstddef>
@@ -98,6 +100,19 @@ class SIMULATOR_PUBLIC Board {
     void driveInput(unsigned input, bool level);
     /// Plans a level for a later board time; a time that has passed takes effect at once.
     void driveInputAt(std::uint64_t tick, unsigned input, bool level);
+    /// Plays pulses on an input in place of those that it may be playing.
+    /// \throws std::invalid_argument for a wave that has no high or no low time
+    void playInput(unsigned input, const InputWave& wave);
+    /// Ends the pulses on an input, which keeps its level.
+    void releaseInput(unsigned input);
+
+    /// Starts a recording of every trigger signal and exposure for a diagram; the latest samples are kept. A
+    /// recording that runs is thrown away.
+    void startTrace(std::size_t capacity);
+    /// Ends the recording, which can still be asked for.
+    void stopTrace();
+    /// What was recorded up to now.
+    TriggerTrace trace() const;
 
     /// Raises a design event now, as if the board had done so.
     void raiseEvent(const std::string& designEventName);

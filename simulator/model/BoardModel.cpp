@@ -27,6 +27,7 @@ void BoardModel::reset(bool steppedByHand) {
     mEvents.reset();
     mRuntimeParameters.reset();
     mLostPictures = {};
+    mTrigger.reset();
     for (const std::unique_ptr<ImagePort>& port : mPorts) {
         port->reset();
     }

@@ -5,6 +5,7 @@
 #include "simulator/model/EventLog.h"
 #include "simulator/model/ImagePort.h"
 #include "simulator/model/RuntimeParameters.h"
+#include "simulator/model/TriggerBlock.h"
 
 #include <array>
 #include <condition_variable>
@@ -66,6 +67,14 @@ class BoardModel {
     void setCamera(unsigned port, const CameraSetup& setup);
     std::uint64_t exposures(unsigned port);
 
+    void driveInput(unsigned input, bool level);
+    void driveInputAt(Tick tick, unsigned input, bool level);
+    void playInput(unsigned input, const InputWave& wave);
+    void releaseInput(unsigned input);
+    void startTrace(std::size_t capacity);
+    void stopTrace();
+    TriggerTrace trace();
+
     // What the control API needs beyond that; see Board.
     std::uint64_t peek(const std::string& name);
     void poke(const std::string& name, std::uint64_t value);
@@ -84,6 +93,8 @@ class BoardModel {
     void catchUp();
     Tick nextActivity() const;
     void runPort(unsigned port);
+    void storeFrame(unsigned port);
+    void expose(unsigned port, Tick now);
     /// 0, or why a program may not use the port's acquisition so.
     int checkAcquisition(unsigned dmaIndex, const dma_mem* memory) const;
     /// The answer to a wait for a picture, if there is one already.
@@ -102,6 +113,7 @@ class BoardModel {
     RuntimeParameters mRuntimeParameters;
     std::array<std::unique_ptr<ImagePort>, Board::numberOfPorts> mPorts;
     std::array<std::uint64_t, Board::numberOfPorts> mLostPictures{};
+    TriggerBlock mTrigger{mStore, mEvents, [this](unsigned port, Tick now) { expose(port, now); }};
     Tick mTick = 0; ///< everything up to here has happened
     std::condition_variable mChanged;
 };

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <string>
 
 /// What happens on the board as its time goes on.
 
@@ -11,27 +12,24 @@ namespace {
 /// A sleeper looks around at least this often, for clocks that were switched meanwhile.
 constexpr std::chrono::milliseconds longestSleep(100);
 
-std::string processName(unsigned port) { return "Device1_Process" + std::to_string(port) + '_'; }
-
-std::string frameEvent(unsigned port, const char* what) {
-    return "Device1_Process2_Trigger_Monitoring_FVALEvents_Cam" + std::to_string(port) + "_Frame" + what;
-}
-
 } // namespace
 
 Tick BoardModel::nextActivity() const {
-    return std::min(mPorts[0]->camera().nextActivity(), mPorts[1]->camera().nextActivity());
+    return std::min({mTrigger.system().nextActivity(), mPorts[0]->camera().nextActivity(),
+                     mPorts[1]->camera().nextActivity()});
 }
 
 void BoardModel::catchUp() {
     const Tick now = mClock.now();
     for (Tick next = nextActivity(); next <= now; next = nextActivity()) {
         mTick = std::max(mTick, next);
+        mTrigger.system().advanceTo(mTick);
         for (unsigned port = 0; port < Board::numberOfPorts; ++port) {
             runPort(port);
         }
     }
     mTick = std::max(mTick, now);
+    mTrigger.system().advanceTo(mTick);
     for (const std::unique_ptr<ImagePort>& port : mPorts) {
         port->dma().deliver();
     }
@@ -42,18 +40,37 @@ void BoardModel::runPort(unsigned port) {
     if (imagePort.camera().nextActivity() > mTick) {
         return;
     }
-    const std::optional<Camera::Step> step = imagePort.camera().run(mTick);
-    if (step == Camera::Step::frameStarts) {
-        mEvents.raise(mTick, frameEvent(port, "Start"));
-    } else if (step == Camera::Step::frameArrived) {
-        mEvents.raise(mTick, frameEvent(port, "End"));
-        const bool wasOverflowed = imagePort.frameMemory().hasOverflowed();
-        if (!imagePort.store()) {
-            ++mLostPictures[port];
-            if (!wasOverflowed) {
-                mEvents.raise(mTick, processName(port) + "Overflow_Overflow");
-            }
-        }
+    switch (imagePort.camera().run(mTick)) {
+    case Camera::Step::exposureBegins:
+        mTrigger.recordExposure(port, true, mTick);
+        break;
+    case Camera::Step::frameStarts:
+        mTrigger.recordExposure(port, false, mTick);
+        mTrigger.system().frameStarted(port, mTick);
+        break;
+    case Camera::Step::frameArrived:
+        mTrigger.system().frameArrived(port, mTick);
+        storeFrame(port);
+        break;
+    case Camera::Step::nothing:
+        break;
+    }
+}
+
+void BoardModel::storeFrame(unsigned port) {
+    const bool hadOverflowed = mPorts[port]->frameMemory().hasOverflowed();
+    if (mPorts[port]->store()) {
+        return;
+    }
+    ++mLostPictures[port];
+    if (!hadOverflowed) {
+        mEvents.raise(mTick, "Device1_Process" + std::to_string(port) + "_Overflow_Overflow");
+    }
+}
+
+void BoardModel::expose(unsigned port, Tick now) {
+    if (mPorts[port]->camera().expose(now)) {
+        mTrigger.recordExposure(port, true, now);
     }
 }
 

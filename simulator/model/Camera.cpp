@@ -66,7 +66,7 @@ bool Camera::expose(Tick now) {
 
 Tick Camera::nextActivity() const { return std::min({mArrival, mExposureEnd, mNextFreeExposure}); }
 
-std::optional<Camera::Step> Camera::run(Tick now) {
+Camera::Step Camera::run(Tick now) {
     if (mArrival <= now) {
         mArrival = neverTick;
         mArrivedPicture = mTravellingPicture;
@@ -80,9 +80,9 @@ std::optional<Camera::Step> Camera::run(Tick now) {
     }
     if (mNextFreeExposure <= now) {
         mNextFreeExposure += mSetup->freeRunningTicks;
-        expose(now);
+        return expose(now) ? Step::exposureBegins : Step::nothing;
     }
-    return std::nullopt;
+    return Step::nothing;
 }
 
 } // namespace simulator

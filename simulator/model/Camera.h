@@ -5,7 +5,6 @@
 #include "simulator/trigger/TriggerListener.h"
 
 #include <memory>
-#include <optional>
 
 namespace simulator {
 
@@ -14,7 +13,7 @@ namespace simulator {
 /// for it.
 class Camera {
   public:
-    enum class Step { frameStarts, frameArrived };
+    enum class Step { nothing, exposureBegins, frameStarts, frameArrived };
 
     explicit Camera(unsigned port);
 
@@ -33,8 +32,8 @@ class Camera {
 
     /// When the camera next does something by itself; neverTick when it does not.
     Tick nextActivity() const;
-    /// Takes the step that nextActivity() told; nothing when that was the start of a free exposure or none.
-    std::optional<Step> run(Tick now);
+    /// Takes the step that nextActivity() told. An exposure begins here only when the camera runs free.
+    Step run(Tick now);
     /// Number of the picture that has arrived last, from 1.
     std::uint64_t arrivedPicture() const { return mArrivedPicture; }
 
