@@ -1,0 +1,42 @@
+#pragma once
+
+#include "platform/FrameGrabber.h"
+
+#include <string>
+
+/// The calls that reach the host, past the applet's functions of the same names.
+struct Host {
+    decltype(&::Fg_setParameterWithType) set;
+    decltype(&::Fg_getParameterWithType) get;
+    decltype(&::Fg_getParameterIdByName) idByName;
+};
+const Host& host();
+
+/// An applet over the host that does nothing.
+class BareHandle {
+  public:
+    BareHandle();
+    ~BareHandle();
+    BareHandle(const BareHandle&) = delete;
+    BareHandle& operator=(const BareHandle&) = delete;
+
+    Fg_Struct* get() { return &mHandle; }
+
+  private:
+    Fg_Struct mHandle{nullptr};
+};
+
+/// A file name in a temporary folder that goes with the object.
+class TemporaryFile {
+  public:
+    explicit TemporaryFile(const char* suffix);
+    ~TemporaryFile();
+    TemporaryFile(const TemporaryFile&) = delete;
+    TemporaryFile& operator=(const TemporaryFile&) = delete;
+
+    [[nodiscard]] const char* path() const { return mPath.c_str(); }
+
+  private:
+    std::string mFolder;
+    std::string mPath;
+};
