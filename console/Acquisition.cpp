@@ -88,7 +88,18 @@ GrayPicture PictureBatch::picture(unsigned index) const {
     return {mGeometry.width, mGeometry.height, mGeometry.bytesPerPixel, mPixels[index].data()};
 }
 
-double PictureBatch::seconds() const { return std::chrono::duration<double>(mLastTime - mFirstTime).count(); }
+unsigned PictureBatch::intervals() const {
+    if (mArrived < 2)
+        return 0;
+    return mArrived == mFirstSeen ? mArrived : mArrived - mFirstSeen;
+}
+
+double PictureBatch::seconds() const {
+    if (mArrived < 2)
+        return 0;
+    const Clock::time_point from = mArrived == mFirstSeen ? mStart : mFirstTime;
+    return std::chrono::duration<double>(mLastTime - from).count();
+}
 
 Acquisition::Acquisition(const AppletHandle& applet, const std::vector<unsigned>& ports, unsigned count,
                          double timeout)

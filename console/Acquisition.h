@@ -42,8 +42,9 @@ class PictureBatch {
     /// \param index  from 0
     GrayPicture picture(unsigned index) const;
 
-    /// Pictures and time between the first and the last that was seen to come.
-    unsigned intervals() const { return mArrived - mFirstSeen; }
+    /// How many pictures came in the time that seconds() tells: the time from the first to the last, or,
+    /// where all were seen at once, from the start.
+    unsigned intervals() const;
     double seconds() const;
 
   private:
@@ -56,6 +57,7 @@ class PictureBatch {
     dma_mem* mMemory = nullptr;
     unsigned mArrived = 0;
     unsigned mFirstSeen = 0;
+    Clock::time_point mStart;
     Clock::time_point mFirstTime;
     Clock::time_point mLastTime;
 };

@@ -25,7 +25,20 @@ bool isIn(const Parameter& parameter, const std::string& category) {
 }
 
 std::string valueCell(const Parameter& parameter, const Reading& reading) {
-    return parameter.isField() ? "..." : readableText(parameter, reading);
+    if (parameter.isField())
+        return "...";
+    const std::string unit = reading.isGood() && !parameter.unit.empty() ? " " + parameter.unit : "";
+    return readableText(parameter, reading) + unit;
+}
+
+/// The range on one line; a long enumeration only begins, describe has all of it.
+std::string rangeCell(const Parameter& parameter) {
+    constexpr std::size_t mostEntries = 5;
+    if (parameter.entries.size() <= mostEntries)
+        return rangeText(parameter);
+    Parameter beginning = parameter;
+    beginning.entries.resize(2);
+    return rangeText(beginning) + ", ... (" + textOf(std::uint64_t{parameter.entries.size()}) + " entries)";
 }
 
 class ListCommand : public Command {
@@ -99,7 +112,7 @@ class ListCommand : public Command {
                 tables.emplace_back(2);
             }
             tables.back().addRow({parameter.name, valueCell(parameter, readingOf(session, parameter)),
-                                  parameter.unit, shortAccessText(parameter), rangeText(parameter)});
+                                  shortAccessText(parameter), rangeCell(parameter)});
         }
         TextTable::printAligned(session.output(), headings, tables);
     }
