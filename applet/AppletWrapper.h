@@ -294,7 +294,7 @@ class FgQxWrapperImpl final : public FgQxWrapper, public DesignParameterIds, pub
     int setProcessingGain(int port, double value);
     int setProcessingGamma(int port, double value);
     int setProcessingInvert(int port, unsigned value);
-    int commitProcessing(int port, double& cache, double value, double from, double to);
+    int commitProcessing(int port, double& cache, double value, const Limits& limits);
     int updateLutProcessing(int port);
     int loadLutFile(int port, const char* path);
     int saveLutFile(int port, const char* path);

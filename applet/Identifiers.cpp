@@ -3,6 +3,7 @@
 #include "applet/AppletWrapper.h"
 #include "applet/EnvironmentSwitch.h"
 #include "applet/ParameterFamilies.h"
+#include "applet/StandardParameterTable.h"
 #include "platform/DesignRuntime.h"
 
 namespace error = kavo::error;
@@ -67,7 +68,7 @@ void FgQxWrapperImpl::inspectRuntimeParameters() {
 }
 
 void FgQxWrapperImpl::fillStandardNames() {
-    for (const StandardParameter& parameter : standardParameters) {
+    for (const StandardParameter& parameter : catalogue::standardParameters) {
         map_parameter_name_parameter_id.emplace(parameter.name, parameter.id);
         append(map_parameter_index_parameter_name, parameter.name);
         for (StringToStringMap& descriptions : map_parameter_name_parameter_description) {

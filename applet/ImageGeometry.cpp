@@ -1,25 +1,27 @@
 // Region of interest, camera line, links of the camera, time-out.
 
 #include "applet/AppletWrapper.h"
+#include "applet/StandardParameterTable.h"
 
 namespace error = kavo::error;
+using namespace catalogue;
 
 namespace {
 
-constexpr unsigned frameMemorySide = 4096;
-constexpr unsigned smallestWidth = 16;
-constexpr unsigned smallestHeight = 2;
-constexpr unsigned widthStep = 16;
+constexpr IntegerLimits widthLimits = integerLimitsOf<FG_WIDTH>();
+constexpr IntegerLimits heightLimits = integerLimitsOf<FG_HEIGHT>();
+constexpr IntegerLimits xOffsetLimits = integerLimitsOf<FG_XOFFSET>();
+constexpr IntegerLimits cameraWidthLimits = integerLimitsOf<FG_CAMERA_WIDTH>();
+constexpr IntegerLimits mtuLimits = integerLimitsOf<FG_MTU_SIZE>();
+constexpr IntegerLimits timeoutLimits = integerLimitsOf<FG_TIMEOUT>();
 
-constexpr unsigned smallestMtu = 44;
-constexpr unsigned largestMtu = 9036;
-constexpr unsigned mtuStep = 4;
+/// The frame memory of a port is square.
+constexpr unsigned frameMemorySide = widthLimits.to;
+static_assert(heightLimits.to == frameMemorySide);
+
 /// IP, UDP and stream header of a packet.
 constexpr unsigned packetHeaderBytes = 36;
 constexpr unsigned linkLineStep = 4;
-
-constexpr unsigned shortestTimeout = 2;
-constexpr unsigned longestTimeout = 2147483646;
 
 /// Whether a length fits the frame memory behind an offset. The offset may come unchecked from a file, so the
 /// sum must not wrap.
@@ -28,11 +30,11 @@ bool fitsFrameMemory(unsigned length, unsigned offset) {
 }
 
 int checkMtuSize(unsigned value) {
-    if (value < smallestMtu || value > largestMtu) {
+    if (!mtuLimits.contain(value)) {
         return error::outOfRange;
     }
     // The description shows steps of 4; the links take every second of them.
-    return value % (2 * mtuStep) == mtuStep ? error::ok : error::offStep;
+    return value % (2 * mtuLimits.step) == mtuLimits.step ? error::ok : error::offStep;
 }
 
 } // namespace
@@ -52,10 +54,10 @@ int FgQxWrapperImpl::commitRegion(int port, unsigned& cache, unsigned value,
 }
 
 int FgQxWrapperImpl::setWidth(int port, unsigned value) {
-    if (value < smallestWidth || !fitsFrameMemory(value, cache_FG_XOFFSET(port))) {
+    if (value < widthLimits.from || !fitsFrameMemory(value, cache_FG_XOFFSET(port))) {
         return error::outOfRange;
     }
-    if (value % widthStep != 0) {
+    if (value % widthLimits.step != 0) {
         return error::offStep;
     }
     return commitRegion(port, cache_FG_WIDTH(port), value,
@@ -66,7 +68,7 @@ int FgQxWrapperImpl::setXOffset(int port, unsigned value) {
     if (!fitsFrameMemory(cache_FG_WIDTH(port), value)) {
         return error::outOfRange;
     }
-    if (value % widthStep != 0) {
+    if (value % xOffsetLimits.step != 0) {
         return error::offStep;
     }
     return commitRegion(port, cache_FG_XOFFSET(port), value,
@@ -74,7 +76,7 @@ int FgQxWrapperImpl::setXOffset(int port, unsigned value) {
 }
 
 int FgQxWrapperImpl::setHeight(int port, unsigned value) {
-    if (value < smallestHeight || !fitsFrameMemory(value, cache_FG_YOFFSET(port))) {
+    if (value < heightLimits.from || !fitsFrameMemory(value, cache_FG_YOFFSET(port))) {
         return error::outOfRange;
     }
     return commitRegion(port, cache_FG_HEIGHT(port), value,
@@ -93,10 +95,10 @@ int FgQxWrapperImpl::setYOffset(int port, unsigned value) {
 // -------------------------------------------------------------------------------------------------
 
 int FgQxWrapperImpl::setCameraWidth(int port, unsigned value) {
-    if (value < smallestWidth || value > frameMemorySide) {
+    if (!cameraWidthLimits.contain(value)) {
         return error::outOfRange;
     }
-    if (value % widthStep != 0) {
+    if (value % cameraWidthLimits.step != 0) {
         return error::offStep;
     }
     return commitPlain(port, cache_FG_CAMERA_WIDTH(port), value, design::LAG_CameraWidth_LineLength);
@@ -143,7 +145,7 @@ int FgQxWrapperImpl::setSwapChannels(int port, unsigned value) {
 }
 
 int FgQxWrapperImpl::setTimeout(int port, unsigned value) {
-    if (value < shortestTimeout || value > longestTimeout) {
+    if (!timeoutLimits.contain(value)) {
         return error::outOfRange;
     }
     return commit(cache_FG_TIMEOUT(port), value,

@@ -2,6 +2,7 @@
 // entry.
 
 #include "applet/AppletWrapper.h"
+#include "applet/StandardParameterTable.h"
 #include "appletwrappers-baselib/Fg_LutFileParser.h"
 
 #include <algorithm>
@@ -9,6 +10,7 @@
 #include <limits>
 
 namespace error = kavo::error;
+using namespace catalogue;
 
 namespace {
 
@@ -142,23 +144,23 @@ int FgQxWrapperImpl::setLutType(int port, unsigned value) {
     return code;
 }
 
-int FgQxWrapperImpl::commitProcessing(int port, double& cache, double value, double from, double to) {
-    if (!(value >= from && value <= to)) {
+int FgQxWrapperImpl::commitProcessing(int port, double& cache, double value, const Limits& limits) {
+    if (!limits.contain(value)) {
         return error::outOfRange;
     }
     return commit(cache, value, [&] { return updateLutProcessing(port); });
 }
 
 int FgQxWrapperImpl::setProcessingOffset(int port, double value) {
-    return commitProcessing(port, cache_FG_PROCESSING_OFFSET(port), value, -1.0, 1.0);
+    return commitProcessing(port, cache_FG_PROCESSING_OFFSET(port), value, limitsOf<FG_PROCESSING_OFFSET>());
 }
 
 int FgQxWrapperImpl::setProcessingGain(int port, double value) {
-    return commitProcessing(port, cache_FG_PROCESSING_GAIN(port), value, 0.0, 4096.0);
+    return commitProcessing(port, cache_FG_PROCESSING_GAIN(port), value, limitsOf<FG_PROCESSING_GAIN>());
 }
 
 int FgQxWrapperImpl::setProcessingGamma(int port, double value) {
-    return commitProcessing(port, cache_FG_PROCESSING_GAMMA(port), value, -1000.0, 1000.0);
+    return commitProcessing(port, cache_FG_PROCESSING_GAMMA(port), value, limitsOf<FG_PROCESSING_GAMMA>());
 }
 
 int FgQxWrapperImpl::setProcessingInvert(int port, unsigned value) {

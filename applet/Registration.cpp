@@ -2,6 +2,7 @@
 
 #include "applet/AppletWrapper.h"
 #include "applet/ParameterFamilies.h"
+#include "applet/StandardParameterTable.h"
 #include "platform/DesignRuntime.h"
 
 #include <limits>
@@ -30,14 +31,14 @@ void fillEnumeration(Fg_ParameterInfo& registry, RegisterInfo* record, const Enu
 
 void FgQxWrapperImpl::createUserParameters() {
     for (int port = 0; port < portCount; ++port) {
-        std::array<RegisterInfo*, categories.size()> groups{};
-        for (const CategoryRow& category : categories) {
+        std::array<RegisterInfo*, catalogue::categories.size()> groups{};
+        for (const CategoryRow& category : catalogue::categories) {
             RegisterInfo* parent = category.parent != CategoryId::none
                                        ? groups[static_cast<std::size_t>(category.parent)]
                                        : nullptr;
             RegisterInfo* group = parameterInfo().addGroupInfo(port, parent, category.name);
             groups[static_cast<std::size_t>(category.id)] = group;
-            for (const StandardParameter& parameter : standardParameters) {
+            for (const StandardParameter& parameter : catalogue::standardParameters) {
                 if (parameter.category == category.id) {
                     enterRecord(port, parameter.id, addStandardParameter(group, parameter, port));
                 }
@@ -61,18 +62,19 @@ RegisterInfo* FgQxWrapperImpl::addStandardParameter(RegisterInfo* group, const S
     const auto integer = [](double limit) { return static_cast<std::uint32_t>(limit); };
     switch (parameter.kind) {
     case ValueKind::integer:
-        return registry.addInfoUInt(group, parameter.displayName, parameter.name, integer(parameter.from),
-                                    integer(parameter.to), integer(parameter.step), access, range, visibility,
-                                    parameter.unit, parameter.id, port);
+        return registry.addInfoUInt(group, parameter.displayName, parameter.name,
+                                    integer(parameter.limits.from), integer(parameter.limits.to),
+                                    integer(parameter.limits.step), access, range, visibility, parameter.unit,
+                                    parameter.id, port);
     case ValueKind::real:
-        return registry.addInfoDouble(group, parameter.displayName, parameter.name, parameter.from,
-                                      parameter.to, parameter.step, access, range, visibility, parameter.unit,
-                                      parameter.id, port);
+        return registry.addInfoDouble(group, parameter.displayName, parameter.name, parameter.limits.from,
+                                      parameter.limits.to, parameter.limits.step, access, range, visibility,
+                                      parameter.unit, parameter.id, port);
     case ValueKind::integerField:
         return registry.addInfoUIntField(group, parameter.displayName, parameter.name, lookupTableSize,
-                                         integer(parameter.from), integer(parameter.to),
-                                         integer(parameter.step), access, range, visibility, parameter.unit,
-                                         parameter.id, port);
+                                         integer(parameter.limits.from), integer(parameter.limits.to),
+                                         integer(parameter.limits.step), access, range, visibility,
+                                         parameter.unit, parameter.id, port);
     case ValueKind::text:
         return registry.addInfoString(group, parameter.displayName, parameter.name, parameter.fileExtension,
                                       access, range, visibility, parameter.unit, parameter.id, port);

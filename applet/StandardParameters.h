@@ -39,8 +39,6 @@ struct CategoryRow {
     const char* name;
 };
 
-extern const std::array<CategoryRow, static_cast<std::size_t>(CategoryId::none)> categories;
-
 /// Kind of a standard parameter's value.
 enum class ValueKind {
     unlisted, ///< has no description in the tree
@@ -61,13 +59,28 @@ struct DescriptionFlags {
 constexpr int accessReadOnly = 1;
 constexpr int accessReadWriteChange = 7;
 
+/// Inclusive limits and the step of a number; exact for 32-bit integers. They are zero where a value has
+/// none.
+struct Limits {
+    double from = 0, to = 0, step = 0;
+
+    [[nodiscard]] constexpr bool contain(double value) const { return value >= from && value <= to; }
+};
+
+/// The same for unsigned parameters.
+struct IntegerLimits {
+    unsigned from, to, step;
+
+    [[nodiscard]] constexpr bool contain(unsigned value) const { return value >= from && value <= to; }
+};
+
 /// One standard parameter: everything that is fixed about it, for both ports.
 struct StandardParameter {
     const char* name;
     int id;
     const char* displayName;
     ValueKind kind;
-    double from, to, step; ///< inclusive limits; exact for 32-bit integers
+    Limits limits;
     DescriptionFlags flags;
     CategoryId category;
     const char* unit;                               ///< or null
@@ -76,19 +89,8 @@ struct StandardParameter {
     const char* description;                        ///< one sentence, or null
 };
 
-/// Frames per second of FG_TRIGGER_FRAMESPERSECOND: the lowest is the one whose period just fits 32 bits of
-/// trigger ticks, taken just below 62.5 MHz / 2^32.
-constexpr double lowestFrameRate = 0.01455191522836685;
-constexpr double highestFrameRate = 6.25e6;
-
 constexpr int standardParameterCount = 93;
 
 /// Entries of the lookup table.
 constexpr int lookupTableSize = 4096;
 constexpr unsigned largestPixelValue = 4095;
-
-/// The catalogue, in the order in which the applet numbers its parameters.
-extern const std::array<StandardParameter, standardParameterCount> standardParameters;
-
-/// The row of an id, or null.
-const StandardParameter* findStandardParameter(int id);

@@ -1,18 +1,13 @@
 // Trigger inputs, outputs, camera action command, statistics and monitoring flags.
 
 #include "applet/AppletWrapper.h"
+#include "applet/StandardParameterTable.h"
+#include "applet/TriggerRegisters.h"
 #include "applet/TriggerUnits.h"
 
 namespace error = kavo::error;
 
 namespace {
-
-constexpr unsigned pulseRequest = 2;
-constexpr double shortestDebounce = 0.096;
-constexpr double longestDebounce = 3.024;
-
-constexpr std::array<unsigned, 2> exceededPeriodBit{1U << 0, 1U << 3};
-constexpr std::array<unsigned, 2> missingFrameBit{1U << 2, 1U << 5};
 
 /// What a selectable signal means to an output multiplexer, by the parameter's value.
 struct OutputSignal {
@@ -44,7 +39,7 @@ constexpr std::array<OutputRegisters, 4> outputs{{OUTPUT(0), OUTPUT(1), OUTPUT(2
 // -------------------------------------------------------------------------------------------------------
 
 int FgQxWrapperImpl::setDebounce(int port, double value) {
-    if (!(value >= shortestDebounce && value <= longestDebounce)) {
+    if (!catalogue::limitsOf<FG_TRIGGERIN_DEBOUNCE>().contain(value)) {
         return error::outOfRange;
     }
     return commit(cache_FG_TRIGGERIN_DEBOUNCE(port), value, [&] {
@@ -203,7 +198,7 @@ int FgQxWrapperImpl::readMonitoringFlag(int port, const std::array<unsigned, 2>&
 
 int FgQxWrapperImpl::readExceededPeriodLimits(int port, unsigned* out) {
     unsigned flag = 0;
-    const int code = readMonitoringFlag(port, exceededPeriodBit, &flag);
+    const int code = readMonitoringFlag(port, monitoring::exceededPeriod, &flag);
     // Only a trigger that follows the generator has limits to exceed; only port 1 can be synchronized.
     const unsigned mode = cache_FG_AREATRIGGERMODE(port);
     const bool isReported = mode == modeGenerator || mode == modeSynchronized;
@@ -211,5 +206,5 @@ int FgQxWrapperImpl::readExceededPeriodLimits(int port, unsigned* out) {
 }
 
 int FgQxWrapperImpl::readMissingFrameResponse(int port, unsigned* out) {
-    return readMonitoringFlag(port, missingFrameBit, out);
+    return readMonitoringFlag(port, monitoring::missingFrame, out);
 }

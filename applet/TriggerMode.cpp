@@ -2,6 +2,7 @@
 // path.
 
 #include "applet/AppletWrapper.h"
+#include "applet/TriggerRegisters.h"
 #include "applet/TriggerTransitions.h"
 #include "applet/TriggerUnits.h"
 
@@ -9,8 +10,6 @@ namespace error = kavo::error;
 
 namespace {
 
-/// One-shot request of a "..._Mode" register.
-constexpr unsigned pulseRequest = 2;
 /// Source of an output multiplexer: a constant level.
 constexpr unsigned constantLevelSource = 5;
 

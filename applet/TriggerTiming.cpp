@@ -1,12 +1,15 @@
 // Frame rate, pulse form generators, multiplication, queue and software trigger.
 
 #include "applet/AppletWrapper.h"
+#include "applet/StandardParameterTable.h"
+#include "applet/TriggerRegisters.h"
 #include "applet/TriggerUnits.h"
 
 #include <algorithm>
 #include <ctime>
 
 namespace error = kavo::error;
+using namespace catalogue;
 
 namespace {
 
@@ -14,19 +17,14 @@ constexpr int generatorCount = 4;
 /// The period register counts from here.
 constexpr std::uint64_t periodOffset = 9;
 constexpr unsigned shortestPeriod = 10;
-constexpr unsigned pulseRequest = 2;
-constexpr unsigned queueCapacity = 2040;
 constexpr timespec softwarePulseGap{0, 160};
 
-constexpr float longestDelay = 34000000.0F;
-constexpr double shortestWidth = 1.0;
-constexpr double longestWidth = 68000000.0;
-constexpr unsigned largestDownscale = 7;
-constexpr unsigned largestMultiplication = 65535;
-constexpr unsigned smallestThreshold = 2;
-constexpr unsigned largestThreshold = 2047;
-
-constexpr std::array<unsigned, 2> queueFullBit{1U << 1, 1U << 4};
+// The limits of generator 0 hold for all four.
+constexpr Limits delayLimits = limitsOf<FG_TRIGGER_PULSEFORMGEN0_DELAY>();
+constexpr Limits widthLimits = limitsOf<FG_TRIGGER_PULSEFORMGEN0_WIDTH>();
+constexpr unsigned largestDownscale = integerLimitsOf<FG_TRIGGER_PULSEFORMGEN0_DOWNSCALE>().to;
+constexpr unsigned queueCapacity = integerLimitsOf<FG_TRIGGERQUEUE_FILLLEVEL>().to;
+constexpr IntegerLimits thresholdLimits = integerLimitsOf<FG_TRIGGER_QUEUE_FILLLEVEL_EVENT_ON_THRESHOLD>();
 
 /// What tells one pulse form generator from another.
 struct PulseFormGenerator {
@@ -73,7 +71,7 @@ double FgQxWrapperImpl::cachedPeriod(int port) {
 // ---------------------------------------------------------------------------------------------------
 
 int FgQxWrapperImpl::setFramesPerSecond(int port, double value) {
-    if (!(value >= lowestFrameRate && value <= highestFrameRate)) {
+    if (!limitsOf<FG_TRIGGER_FRAMESPERSECOND>().contain(value)) {
         return error::outOfRange;
     }
     return commit(cache_FG_TRIGGER_FRAMESPERSECOND(port), value, [&] {
@@ -117,8 +115,8 @@ int FgQxWrapperImpl::readGeneratorWidth(int port, int generator, double* out) {
 }
 
 int FgQxWrapperImpl::setGeneratorDelay(int port, int generator, double value) {
-    const auto rounded = static_cast<float>(value);
-    if (!(rounded >= 0.0F && rounded <= longestDelay)) {
+    // Judged in single precision, as its limits are: a little above the longest delay still rounds to it.
+    if (!delayLimits.contain(static_cast<double>(static_cast<float>(value)))) {
         return error::outOfRange;
     }
     const PulseFormGenerator& changed = form(generator);
@@ -135,7 +133,7 @@ int FgQxWrapperImpl::setGeneratorDelay(int port, int generator, double value) {
 }
 
 int FgQxWrapperImpl::setGeneratorWidth(int port, int generator, double value) {
-    if (!(value >= shortestWidth && value <= longestWidth)) {
+    if (!widthLimits.contain(value)) {
         return error::outOfRange;
     }
     const PulseFormGenerator& changed = form(generator);
@@ -190,7 +188,7 @@ int FgQxWrapperImpl::setGeneratorPhase(int port, int generator, unsigned value) 
 // -----------------------------------------------------------------------------
 
 int FgQxWrapperImpl::setMultiplyPulses(int port, unsigned value) {
-    if (value < 1 || value > largestMultiplication) {
+    if (!integerLimitsOf<FG_TRIGGER_MULTIPLY_PULSES>().contain(value)) {
         return error::outOfRange;
     }
     const unsigned previous = cache_FG_TRIGGER_MULTIPLY_PULSES(port);
@@ -296,7 +294,7 @@ int FgQxWrapperImpl::readQueueFillLevel(int port, unsigned* out) {
         code != error::ok) {
         return code;
     }
-    if ((flags & queueFullBit[static_cast<std::size_t>(port)]) != 0) {
+    if ((flags & monitoring::queueFull[static_cast<std::size_t>(port)]) != 0) {
         return readConstant(queueCapacity, out);
     }
     unsigned queued = 0;
@@ -316,7 +314,7 @@ int FgQxWrapperImpl::readSoftwareTriggerQueue(int port, unsigned* out) {
 
 int FgQxWrapperImpl::setQueueThreshold(int port, unsigned& cache, unsigned value,
                                        const DesignParameter& parameter) {
-    if (value < smallestThreshold || value > largestThreshold) {
+    if (!thresholdLimits.contain(value)) {
         return error::outOfRange;
     }
     return commitPlain(port, cache, value, parameter);

@@ -1,32 +1,29 @@
+#pragma once
+
 #include "applet/StandardParameters.h"
 
 #include "platform/ParameterIds.h"
 
-#include <algorithm>
 #include <limits>
 
+// The catalogue itself, for whoever needs its rows at compile time.
+
+namespace catalogue {
+
 using namespace enumerations;
-
-namespace {
-
-struct Limits {
-    double from, to, step;
-};
 
 using Enumerations = std::array<const Enumeration*, 2>;
 
 constexpr Enumerations both(const Enumeration& table) { return {&table, &table}; }
 
 constexpr StandardParameter unlisted(const char* name, int id) {
-    return {name,    id, nullptr, ValueKind::unlisted, 0, 0, 0, {}, CategoryId::none, nullptr,
-            nullptr, {}, nullptr};
+    return {name, id, nullptr, ValueKind::unlisted, {}, {}, CategoryId::none, nullptr, nullptr, {}, nullptr};
 }
 
 constexpr StandardParameter number(ValueKind kind, const char* name, int id, const char* displayName,
                                    Limits limits, DescriptionFlags flags, CategoryId category,
                                    const char* unit, const char* description) {
-    return {name,  id,       displayName, kind,    limits.from, limits.to,  limits.step,
-            flags, category, unit,        nullptr, {},          description};
+    return {name, id, displayName, kind, limits, flags, category, unit, nullptr, {}, description};
 }
 
 constexpr StandardParameter integer(const char* name, int id, const char* displayName, Limits limits,
@@ -50,14 +47,14 @@ constexpr StandardParameter integerField(const char* name, int id, const char* d
 
 constexpr StandardParameter enumerated(const char* name, int id, const char* displayName, Enumerations tables,
                                        DescriptionFlags flags, CategoryId category, const char* description) {
-    return {name,    id,     displayName, ValueKind::enumeration, 0, 0, 0, flags, category, nullptr,
+    return {name,    id,     displayName, ValueKind::enumeration, {}, flags, category, nullptr,
             nullptr, tables, description};
 }
 
 constexpr StandardParameter text(const char* name, int id, const char* displayName, const char* fileExtension,
                                  DescriptionFlags flags, CategoryId category, const char* description) {
-    return {name,  id,       displayName, ValueKind::text, 0,  0,          0,
-            flags, category, nullptr,     fileExtension,   {}, description};
+    return {name,          id, displayName, ValueKind::text, {}, flags, category, nullptr,
+            fileExtension, {}, description};
 }
 
 constexpr DescriptionFlags readOnly{accessReadOnly, 1, 1};
@@ -66,6 +63,11 @@ constexpr DescriptionFlags writable{3, 1, 1};
 constexpr DescriptionFlags writableMovingRange{3, 2, 1};
 constexpr DescriptionFlags changeable{accessReadWriteChange, 1, 1};
 constexpr DescriptionFlags changeableMovingRange{accessReadWriteChange, 2, 1};
+
+/// Frames per second: the lowest is the rate whose period just fits 32 bits of trigger ticks, taken just
+/// below 62.5 MHz / 2^32.
+constexpr double lowestFrameRate = 0.01455191522836685;
+constexpr double highestFrameRate = 6.25e6;
 
 /// Stands for a continuous value.
 constexpr double continuous = std::numeric_limits<double>::epsilon();
@@ -89,9 +91,7 @@ constexpr double continuous = std::numeric_limits<double>::epsilon();
                CategoryId::digitalOutput,                                                                    \
                "Select the output source. Note the differing pin allocation for each camera.")
 
-} // namespace
-
-constexpr std::array<CategoryRow, static_cast<std::size_t>(CategoryId::none)> categories{{
+inline constexpr std::array<CategoryRow, static_cast<std::size_t>(CategoryId::none)> categories{{
     {CategoryId::camera, CategoryId::none, "Camera"},
     {CategoryId::regionOfInterest, CategoryId::none, "ROI"},
     {CategoryId::trigger, CategoryId::none, "Trigger"},
@@ -117,7 +117,8 @@ constexpr std::array<CategoryRow, static_cast<std::size_t>(CategoryId::none)> ca
     {CategoryId::appletProperties, CategoryId::none, "Applet Properties"},
 }};
 
-constexpr std::array<StandardParameter, standardParameterCount> standardParameters{{
+/// The parameters, in the order in which the applet numbers them.
+inline constexpr std::array<StandardParameter, standardParameterCount> standardParameters{{
     integer(PARAMETER(FG_TIMEOUT), "Timeout", {2, 2147483646, 1}, changeable, CategoryId::miscellaneous,
             "seconds",
             "Internal framegrabber image timeout. This is independend of the runtime timeout value."),
@@ -294,8 +295,27 @@ constexpr std::array<StandardParameter, standardParameterCount> standardParamete
                "Select the pulse form generator for event monitoring."),
 }};
 
-const StandardParameter* findStandardParameter(int id) {
-    const auto row = std::find_if(standardParameters.begin(), standardParameters.end(),
-                                  [id](const StandardParameter& parameter) { return parameter.id == id; });
-    return row != standardParameters.end() ? row : nullptr;
+#undef PARAMETER
+#undef GENERATOR_ROWS
+#undef OUTPUT_ROW
+
+/// The limits of a parameter of the catalogue.
+template <int id>
+constexpr Limits limitsOf() {
+    for (const StandardParameter& parameter : standardParameters) {
+        if (parameter.id == id) {
+            return parameter.limits;
+        }
+    }
+    throw "the catalogue has no such parameter";
 }
+
+/// The same for an unsigned parameter.
+template <int id>
+constexpr IntegerLimits integerLimitsOf() {
+    constexpr Limits limits = limitsOf<id>();
+    return {static_cast<unsigned>(limits.from), static_cast<unsigned>(limits.to),
+            static_cast<unsigned>(limits.step)};
+}
+
+} // namespace catalogue
