@@ -12,11 +12,12 @@ install(TARGETS Orbelline LIBRARY DESTINATION ${orbelline_home}/applet COMPONENT
 if(ORBELLINE_SIMULATOR)
     install(TARGETS orbelline_board grabcore5 qelrt kavoiolibrt
         LIBRARY DESTINATION ${orbelline_home}/simulator COMPONENT board)
-    install(FILES simulator/Board.h simulator/BoardClock.h simulator/CameraSetup.h simulator/HostCalls.h
-                  simulator/Visibility.h
-        DESTINATION include/orbelline/simulator COMPONENT board)
+    install(DIRECTORY simulator/ DESTINATION include/orbelline/simulator COMPONENT board
+        FILES_MATCHING PATTERN "*.h"
+        PATTERN design EXCLUDE PATTERN image EXCLUDE PATTERN model EXCLUDE PATTERN registers EXCLUDE
+        PATTERN runtime EXCLUDE PATTERN Observed.h EXCLUDE PATTERN RuntimeCodes.h EXCLUDE)
     install(DIRECTORY platform/ DESTINATION include/orbelline/platform COMPONENT board
-        FILES_MATCHING PATTERN "*.h")
+        FILES_MATCHING PATTERN "*.h" PATTERN import EXCLUDE)
 
     set(orbelline_generated "${CMAKE_BINARY_DIR}/cmake")
     configure_file(cmake/orbelline-board.pc.in ${orbelline_generated}/orbelline-board.pc @ONLY)
