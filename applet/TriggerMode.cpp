@@ -54,12 +54,14 @@ constexpr int adjustableTriggerParameters[] = {
 };
 static_assert(std::size(adjustableTriggerParameters) == 37);
 
+const Enumeration& modesOf(int port) {
+    return port == 0 ? enumerations::AreaTriggerModes : enumerations::AreaTriggerModesPlusSync;
+}
+
 } // namespace
 
 int FgQxWrapperImpl::setAreaTriggerMode(int port, unsigned value) {
-    const Enumeration& allowed =
-        port == 0 ? enumerations::AreaTriggerModes : enumerations::AreaTriggerModesPlusSync;
-    if (!allowed.contains(value)) {
+    if (!modesOf(port).contains(value)) {
         return error::outOfRange;
     }
     const unsigned state = cache_FG_TRIGGERSTATE(port);
@@ -80,14 +82,15 @@ int FgQxWrapperImpl::setTriggerState(int port, unsigned value) {
 
 int FgQxWrapperImpl::switchTriggerModeAndState(int port, unsigned oldMode, unsigned oldState,
                                                unsigned newMode, unsigned newState) {
+    if (!modesOf(port).contains(newMode)) {
+        return error::ok;
+    }
     for (const TriggerStep step : triggerSteps(oldMode, oldState, newMode, newState)) {
         if (const int code = runTriggerStep(port, step); code != error::ok) {
             return code;
         }
     }
-    if (enumerations::AreaTriggerModesPlusSync.contains(newMode)) {
-        setAllTriggerAccessModesToRWC(port);
-    }
+    setAllTriggerAccessModesToRWC(port);
     if (newMode == modeExternal) {
         setAccess(port, FG_SENDSOFTWARETRIGGER, accessReadOnly);
     }
