@@ -13,7 +13,7 @@ namespace {
 using kavo::fuzz::require;
 
 /// Tables up to this size are saved and read again.
-constexpr std::uint32_t mostSavedElements = 64;
+constexpr std::uint32_t mostSavedElements = 8;
 
 bool areEqual(const LookupTable_s& left, const LookupTable_s& right) {
     return left.id == right.id && left.format == right.format && left.number == right.number &&

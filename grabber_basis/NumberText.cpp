@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <charconv>
+#include <clocale>
 #include <cstdlib>
 #include <cstring>
 #include <limits>
-#include <locale.h>
 #include <string_view>
 
 namespace kavo::text {

@@ -15,17 +15,23 @@ constexpr std::size_t arrayLength(int nrOfElements) {
     return nrOfElements > 0 ? static_cast<std::size_t>(nrOfElements) : 0;
 }
 
-char* copyTextInto(char* copy, const char* text) {
-    return copy == nullptr ? nullptr : std::strcpy(copy, text);
-}
-
-char* copyText(const char* text) {
-    return text == nullptr ? nullptr : copyTextInto(new char[std::strlen(text) + 1], text);
-}
+std::size_t bytesOf(const char* text) { return std::strlen(text) + 1; }
 
 /// Null for a null text and without memory.
 char* tryToCopyText(const char* text) {
-    return text == nullptr ? nullptr : copyTextInto(new (std::nothrow) char[std::strlen(text) + 1], text);
+    char* const copy = text == nullptr ? nullptr : new (std::nothrow) char[bytesOf(text)];
+    if (copy != nullptr) {
+        std::copy_n(text, bytesOf(text), copy);
+    }
+    return copy;
+}
+
+char* copyText(const char* text) {
+    char* const copy = tryToCopyText(text);
+    if (copy == nullptr && text != nullptr) {
+        throw std::bad_alloc();
+    }
+    return copy;
 }
 
 void freeText(char*& text) {

@@ -23,6 +23,9 @@ cmake --preset x86-64 -B "$folder" -DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER
     -DORBELLINE_SANITIZERS=address,undefined,fuzzer-no-link -DORBELLINE_CONSOLE=OFF >"$folder/configure.log"
 cmake --build "$folder" --parallel "$buildJobs" --target "${targets[@]/#/orbelline_fuzzer_}" >&2
 
+# The targets read and write small files all the time.
+[ ! -w /dev/shm ] || export TMPDIR=/dev/shm
+
 status=0
 for target in "${targets[@]}"; do
     say "== Fuzzing $target for $seconds seconds"

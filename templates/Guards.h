@@ -29,6 +29,7 @@ class Guard<GenericLock*> {
         }
     }
 
+    // NOLINTNEXTLINE(bugprone-exception-escape): noexcept(false) on purpose
     ~Guard() noexcept(false) {
         if (!mOwns) {
             return;

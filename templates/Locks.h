@@ -19,6 +19,7 @@ class GenericLock {
     GenericLock& operator=(const GenericLock&) = delete;
 
     /// Throws when the lock is still entered, unless an exception is on its way already.
+    // NOLINTNEXTLINE(bugprone-exception-escape): noexcept(false) on purpose
     virtual ~GenericLock() noexcept(false) {
         if (locked && std::uncaught_exceptions() == 0) {
             throw std::logic_error("GenericLock object destroyed with lock still held");
