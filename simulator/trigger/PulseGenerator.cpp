@@ -12,11 +12,11 @@ void PulseGenerator::controlClear(std::uint32_t mode) {
     mFresh = true;
 }
 
+// While an entry waits the period has not passed: the pulse would have been given.
 bool PulseGenerator::arrive(Tick now) {
     if (mHeld || !mSettings.queueMode)
         return true;
-    const bool accepted =
-        mSettings.queueEnabled ? mFillLevel < limit() : mFillLevel == 0 && periodPassed(now);
+    const bool accepted = mSettings.queueEnabled ? mFillLevel < limit() : periodPassed(now);
     if (accepted)
         ++mFillLevel;
     return accepted;
