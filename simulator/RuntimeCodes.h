@@ -27,5 +27,7 @@ constexpr int noApplet = -9105;
 constexpr int appletThrew = -9106;
 /// There is no board of that number.
 constexpr int noBoard = -9107;
+/// The scene file has a mistake, which was told on standard error.
+constexpr int noScene = -9108;
 
 } // namespace simulator::code

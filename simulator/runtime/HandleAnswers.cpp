@@ -3,8 +3,10 @@
 #include "simulator/runtime/ImageMemories.h"
 #include "simulator/runtime/Service.h"
 #include "simulator/RuntimeCodes.h"
+#include "simulator/SceneFile.h"
 
 #include <atomic>
+#include <iostream>
 
 /// Opening and closing handles.
 
@@ -50,6 +52,17 @@ simulator::Board* boardOfNumber(unsigned number) {
     return number < simulator::Board::numberOfBoards ? &simulator::Board::at(number) : nullptr;
 }
 
+/// A program that only knows the runtime has no other place for words.
+bool setScene(simulator::Board& board) {
+    try {
+        simulator::setSceneFromEnvironment(board);
+        return true;
+    } catch (const std::exception& mistake) {
+        std::cerr << "board in software: " << mistake.what() << std::endl;
+        return false;
+    }
+}
+
 } // namespace
 
 Fg_Struct* answer_Fg_InitHandleSlaveAware(const char* name, QXdevice* device, fpga_design* design,
@@ -90,6 +103,10 @@ EXPORTED Fg_Struct* Fg_OpenBoard(const char* appletFile, unsigned board, int sla
     simulator::Board* wanted = boardOfNumber(board);
     if (wanted == nullptr) {
         outcome = code::noBoard;
+        return nullptr;
+    }
+    if (!setScene(*wanted)) {
+        outcome = code::noScene;
         return nullptr;
     }
     std::shared_ptr<OuterHandle> outer = OuterHandle::open(appletFile, *wanted, slave, outcome);
