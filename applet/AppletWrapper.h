@@ -11,8 +11,10 @@
 
 #include <initializer_list>
 #include <map>
+#include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 enum class TriggerStep;
 
@@ -25,7 +27,8 @@ enum class TriggerStep;
 class FgQxWrapperImpl final : public FgQxWrapper, public DesignParameterIds, public StandardParameterCaches {
   public:
     using StringToIntMap = std::map<std::string, int, std::less<>>;
-    using IntToIntMap = std::map<int, int>;
+    /// So few entries that a search from the front is the quickest.
+    using IntToIntMap = std::vector<std::pair<int, int>>;
     using IntToStringMap = std::map<int, std::string>;
     using StringToStringMap = std::map<std::string, std::string, std::less<>>;
     using EventNameToEventIdMap = std::map<std::string, std::uint64_t, std::less<>>;
@@ -187,6 +190,7 @@ class FgQxWrapperImpl final : public FgQxWrapper, public DesignParameterIds, pub
 
     // ---- dispatch ----
 
+    [[nodiscard]] std::optional<int> processOf(int dmaIndex) const;
     int setAnyParameter(int id, const void* value, int dmaIndex);
     int getAnyParameter(int id, void* value, int dmaIndex);
     int setStandardParameter(int id, const void* value, int dmaIndex);

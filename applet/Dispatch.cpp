@@ -79,12 +79,29 @@ void FgQxWrapperImpl::getParameter(int id, void* value, int dmaIndex) {
     fail(getStandardParameter(id, value, dmaIndex), true);
 }
 
+std::optional<int> FgQxWrapperImpl::processOf(int dmaIndex) const {
+    for (const auto& [index, process] : map_dma_process) {
+        if (index == dmaIndex) {
+            return process;
+        }
+    }
+    return std::nullopt;
+}
+
+int FgQxWrapperImpl::mapDmaToProcess(int dmaIndex) const {
+    const std::optional<int> process = processOf(dmaIndex);
+    if (!process) {
+        throw error::invalidParameter;
+    }
+    return *process;
+}
+
 int FgQxWrapperImpl::setStandardParameter(int id, const void* value, int dmaIndex) {
-    const auto process = map_dma_process.find(dmaIndex);
-    if (process == map_dma_process.end()) {
+    const std::optional<int> process = processOf(dmaIndex);
+    if (!process) {
         return error::invalidParameter;
     }
-    const int port = process->second;
+    const int port = *process;
     switch (id) {
 #define X(name, Value, initial, write, read)                                                                 \
     case name:                                                                                               \
@@ -102,11 +119,11 @@ int FgQxWrapperImpl::setStandardParameter(int id, const void* value, int dmaInde
 }
 
 int FgQxWrapperImpl::getStandardParameter(int id, void* value, int dmaIndex) {
-    const auto process = map_dma_process.find(dmaIndex);
-    if (process == map_dma_process.end()) {
+    const std::optional<int> process = processOf(dmaIndex);
+    if (!process) {
         return error::invalidParameter;
     }
-    const int port = process->second;
+    const int port = *process;
     switch (id) {
 #define X(name, Value, ...)                                                                                  \
     case name:                                                                                               \

@@ -144,11 +144,3 @@ int FgQxWrapperImpl::Fg_getParameterId(int index) {
 int FgQxWrapperImpl::Fg_getParameterCount() {
     return static_cast<int>(map_parameter_index_parameter_name.size());
 }
-
-int FgQxWrapperImpl::mapDmaToProcess(int dmaIndex) const {
-    const auto process = map_dma_process.find(dmaIndex);
-    if (process == map_dma_process.end()) {
-        throw error::invalidParameter;
-    }
-    return process->second;
-}

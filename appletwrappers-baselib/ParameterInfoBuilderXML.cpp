@@ -40,7 +40,7 @@ class ParameterInfoBuilderXMLPrivate {
         }
         generator.writeCategory(rootCategory);
         generator.closeDocument();
-        return generator.takeText();
+        return generator.text();
     }
 
   private:
@@ -92,18 +92,18 @@ class ParameterInfoBuilderXMLPrivate {
     }
 
     ParameterInfoGeneratorXML::Node node(const RegisterInfo& entry) {
-        return {entry, xmlStringFilter(entry.parameterName),
-                xmlStringFilter(descriptionOf(entry.parameterName))};
+        return {entry, xmlStringFilter(entry.parameterName), descriptionOf(entry.parameterName)};
     }
 
-    std::string descriptionOf(std::string_view name) {
-        std::array<char, 4096> text{};
-        if (name.size() >= text.size()) {
+    /// Good until the next call.
+    std::string_view descriptionOf(std::string_view name) {
+        if (name.size() >= queryBuffer.size()) {
             return {};
         }
-        std::memcpy(text.data(), name.data(), name.size());
-        const int code = wrapper.Fg_getParameter(parameterDescriptionQuery, text.data(), port);
-        return code == kavo::error::ok ? std::string(text.data()) : std::string();
+        std::memcpy(queryBuffer.data(), name.data(), name.size());
+        queryBuffer[name.size()] = '\0';
+        const int code = wrapper.Fg_getParameter(parameterDescriptionQuery, queryBuffer.data(), port);
+        return code == kavo::error::ok ? std::string_view(queryBuffer.data()) : std::string_view();
     }
 
     void addFeatureToCategory(std::string_view categoryName, std::string_view featureName) {
@@ -123,6 +123,8 @@ class ParameterInfoBuilderXMLPrivate {
     int port;
     Category rootCategory;
     ParameterInfoGeneratorXML generator;
+    /// A parameter's name on the way to the applet, its description on the way back.
+    std::array<char, 4096> queryBuffer{};
 };
 
 ParameterInfoBuilderXML::ParameterInfoBuilderXML(Fg_ParameterInfo& registry, FgQxWrapper& wrapper, int port)

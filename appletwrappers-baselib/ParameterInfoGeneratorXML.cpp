@@ -1,14 +1,13 @@
 #include "appletwrappers-baselib/ParameterInfoGeneratorXML.h"
 
-#include <array>
-#include <charconv>
+#include "appletwrappers-baselib/XmlFilters.h"
 
 namespace {
 
 constexpr int readable = 1;
 constexpr int writable = 2;
 
-/// A document of one port has about 55 kB; one reservation spares the growing.
+/// A document of one port has about 45 kB.
 constexpr std::size_t expectedDocumentSize = 65536;
 
 std::string_view accessMode(int accessFlags) {
@@ -24,23 +23,16 @@ std::string_view accessMode(int accessFlags) {
     }
 }
 
-/// The shortest decimal text without exponent that reads back as the same number.
-std::string decimal(double value) {
-    std::array<char, 400> text{};
-    const auto end =
-        std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed).ptr;
-    return {text.data(), end};
-}
-
 } // namespace
 
+ParameterInfoGeneratorXML::ParameterInfoGeneratorXML() : mText(expectedDocumentSize) {}
+
 void ParameterInfoGeneratorXML::openDocument(std::string_view modelName) {
-    mText.reserve(expectedDocumentSize);
-    mText += "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n"
+    mText << "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n"
              "<RegisterDescription\n"
-             "ModelName=\"";
-    mText += modelName;
-    mText += "\"\n"
+             "ModelName=\""
+          << modelName
+          << "\"\n"
              "VendorName=\"Kavotronic\"\n"
              "StandardNameSpace=\"None\"\n"
              "SchemaMajorVersion=\"1\"\n"
@@ -58,105 +50,104 @@ void ParameterInfoGeneratorXML::openDocument(std::string_view modelName) {
 }
 
 void ParameterInfoGeneratorXML::closeDocument() {
-    mText += "<Port Name=\"DevicePort\"></Port>\n"
+    mText << "<Port Name=\"DevicePort\"></Port>\n"
              "</RegisterDescription>\n";
 }
 
-void ParameterInfoGeneratorXML::element(std::string_view tag, std::string_view content) {
-    mText += '<';
-    mText += tag;
-    mText += '>';
-    mText += content;
-    mText += "</";
-    mText += tag;
-    mText += ">\n";
-}
+// ---- pieces of a node
+// ---------------------------------------------------------------------------------------------
 
 void ParameterInfoGeneratorXML::description(const Node& node) {
     if (!node.description.empty()) {
-        element("Description", node.description);
+        mText << "<Description>";
+        appendXmlFiltered(mText, node.description);
+        mText << "</Description>\n";
     }
 }
 
-void ParameterInfoGeneratorXML::valueReference(const Node& node) { element("pValue", node.name + "_Reg"); }
+void ParameterInfoGeneratorXML::descriptionAndValue(const Node& node) {
+    description(node);
+    mText << "<pValue>" << node.name << "_Reg</pValue>\n";
+}
 
-void ParameterInfoGeneratorXML::registerPart(const RegisterInfo& info, int length) {
+void ParameterInfoGeneratorXML::registerPart(const RegisterInfo& info, std::size_t length) {
     if (info.id != 0) {
-        element("Address", std::to_string(info.id));
+        mText << "<Address>" << info.id << "</Address>\n";
     }
-    element("Length", std::to_string(length));
-    element("AccessMode", accessMode(info.accessFlags));
-    element("pPort", "DevicePort");
+    mText << "<Length>" << length << "</Length>\n"
+          << "<AccessMode>" << accessMode(info.accessFlags) << "</AccessMode>\n"
+          << "<pPort>DevicePort</pPort>\n";
 }
 
 void ParameterInfoGeneratorXML::integerRegister(const Node& node, std::string_view sign) {
-    mText += "<IntReg Name=\"" + node.name + "_Reg\">";
+    mText << "<IntReg Name=\"" << node.name << "_Reg\">";
     registerPart(node.info, sizeof(std::uint32_t));
-    element("Sign", sign);
-    element("Endianess", "LittleEndian");
-    mText += "</IntReg>\n";
+    mText << "<Sign>" << sign << "</Sign>\n<Endianess>LittleEndian</Endianess>\n</IntReg>\n";
 }
 
-void ParameterInfoGeneratorXML::integer(const Node& node, const std::string& minimum,
-                                        const std::string& maximum, const std::string& increment) {
+// ---- nodes
+// --------------------------------------------------------------------------------------------------------
+
+template <class Limit>
+void ParameterInfoGeneratorXML::integer(const Node& node, Limit minimum, Limit maximum, Limit increment) {
     integerRegister(node, "Signed");
-    mText += "<Integer Name='" + node.name + "'>";
-    description(node);
-    valueReference(node);
-    element("Min", minimum);
-    element("Max", maximum);
-    if (!increment.empty()) {
-        element("Inc", increment);
+    mText << "<Integer Name='" << node.name << "'>";
+    descriptionAndValue(node);
+    mText << "<Min>" << minimum << "</Min>\n<Max>" << maximum << "</Max>\n";
+    if (increment != 0) {
+        mText << "<Inc>" << increment << "</Inc>\n";
     }
-    mText += "</Integer>\n";
+    mText << "</Integer>\n";
+}
+
+void ParameterInfoGeneratorXML::infoGenerate(const Node& node, std::uint32_t minimum, std::uint32_t maximum,
+                                             std::uint32_t increment) {
+    integer(node, minimum, maximum, increment);
+}
+
+void ParameterInfoGeneratorXML::infoGenerate(const Node& node, int minimum, int maximum, int increment) {
+    integer(node, minimum, maximum, increment);
 }
 
 void ParameterInfoGeneratorXML::infoGenerate(const Node& node, double minimum, double maximum) {
-    mText += "<FloatReg Name=\"" + node.name + "_Reg\">";
+    mText << "<FloatReg Name=\"" << node.name << "_Reg\">";
     registerPart(node.info, sizeof(double));
-    element("Endianess", "LittleEndian");
-    mText += "</FloatReg>\n<Float Name=\"" + node.name + "\">";
-    description(node);
-    valueReference(node);
-    element("Min", decimal(minimum));
-    element("Max", decimal(maximum));
-    mText += "</Float>\n";
+    mText << "<Endianess>LittleEndian</Endianess>\n</FloatReg>\n<Float Name=\"" << node.name << "\">";
+    descriptionAndValue(node);
+    mText << "<Min>" << minimum << "</Min>\n<Max>" << maximum << "</Max>\n</Float>\n";
 }
 
 void ParameterInfoGeneratorXML::infoGenerate(const Node& node, const std::map<int, std::string>& entries) {
-    mText += "<Enumeration Name='" + node.name + "'>";
+    mText << "<Enumeration Name='" << node.name << "'>";
     description(node);
     for (const auto& [value, name] : entries) {
-        mText += "<EnumEntry Name=\"" + name + "\">";
-        element("Value", std::to_string(value));
-        mText += "</EnumEntry>\n";
+        mText << "<EnumEntry Name=\"" << name << "\"><Value>" << value << "</Value>\n</EnumEntry>\n";
     }
-    valueReference(node);
-    mText += "</Enumeration>\n";
+    mText << "<pValue>" << node.name << "_Reg</pValue>\n</Enumeration>\n";
     integerRegister(node, "Unsigned");
 }
 
 void ParameterInfoGeneratorXML::infoGenerate(const Node& node) {
-    constexpr int textCapacity = 4096;
-    mText += "<StringReg Name=\"" + node.name + "\">";
+    constexpr std::size_t textCapacity = 4096;
+    mText << "<StringReg Name=\"" << node.name << "\">";
     registerPart(node.info, textCapacity);
     description(node);
-    mText += "</StringReg>\n";
+    mText << "</StringReg>\n";
 }
 
 void ParameterInfoGeneratorXML::writeCategory(const Category& category) {
-    mText += "<Category Name='" + category.getName() + "' ";
+    mText << "<Category Name='" << category.getName() << "' ";
     if (category.getName() == "Root") {
-        mText += "NameSpace='Standard'";
+        mText << "NameSpace='Standard'";
     }
-    mText += " >";
+    mText << " >";
     for (std::size_t index = 0; index < category.getFeatureCount(); ++index) {
-        element("pFeature", category.getFeature(index));
+        mText << "<pFeature>" << category.getFeature(index) << "</pFeature>\n";
     }
     for (std::size_t index = 0; index < category.getChildCount(); ++index) {
-        element("pFeature", category.getChild(index).getName());
+        mText << "<pFeature>" << category.getChild(index).getName() << "</pFeature>\n";
     }
-    mText += "</Category>\n";
+    mText << "</Category>\n";
     for (std::size_t index = 0; index < category.getChildCount(); ++index) {
         writeCategory(category.getChild(index));
     }

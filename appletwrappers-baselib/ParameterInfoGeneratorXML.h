@@ -1,6 +1,7 @@
 #pragma once
 
 #include "appletwrappers-baselib/Category.h"
+#include "appletwrappers-baselib/XmlText.h"
 #include "grabber_basis/parameterInfo.h"
 
 #include <cstdint>
@@ -12,22 +13,23 @@
 /// element.
 class ParameterInfoGeneratorXML {
   public:
-    /// What every node of a parameter shows, filtered for XML.
+    /// What every node of a parameter shows.
     struct Node {
-        const RegisterInfo& info; ///< address (its id) and access flags
-        std::string name;
-        std::string description; ///< empty: the node has none
+        const RegisterInfo& info;     ///< address (its id) and access flags
+        std::string name;             ///< filtered for XML
+        std::string_view description; ///< as it is; empty: the node has none
     };
 
+    ParameterInfoGeneratorXML();
+
+    /// \param modelName  filtered for XML
     void openDocument(std::string_view modelName);
     void closeDocument();
 
-    /// An integer and its register; limits in decimal, an increment of 0 is left out.
-    template <class Limit>
-    void infoGenerate(const Node& node, Limit minimum, Limit maximum, Limit increment) {
-        integer(node, std::to_string(minimum), std::to_string(maximum),
-                increment != 0 ? std::to_string(increment) : std::string());
-    }
+    /// An integer and its register; an increment of 0 is left out.
+    void infoGenerate(const Node& node, std::uint32_t minimum, std::uint32_t maximum,
+                      std::uint32_t increment);
+    void infoGenerate(const Node& node, int minimum, int maximum, int increment);
     /// A float and its register.
     void infoGenerate(const Node& node, double minimum, double maximum);
     /// An enumeration and its register; the entries' names are filtered already.
@@ -36,21 +38,20 @@ class ParameterInfoGeneratorXML {
     void infoGenerate(const Node& node);
 
     /// Ends a parameter: a line feed and a carriage return, in this order.
-    void endParameter() { mText += "\n\r"; }
+    void endParameter() { mText << "\n\r"; }
 
     /// A category and, behind it, its child categories, depth first.
     void writeCategory(const Category& category);
 
-    [[nodiscard]] std::string takeText() { return std::move(mText); }
+    [[nodiscard]] std::string text() const { return mText.str(); }
 
   private:
-    void integer(const Node& node, const std::string& minimum, const std::string& maximum,
-                 const std::string& increment);
-    void registerPart(const RegisterInfo& info, int length);
+    template <class Limit>
+    void integer(const Node& node, Limit minimum, Limit maximum, Limit increment);
+    void registerPart(const RegisterInfo& info, std::size_t length);
     void integerRegister(const Node& node, std::string_view sign);
-    void element(std::string_view tag, std::string_view content);
+    void descriptionAndValue(const Node& node);
     void description(const Node& node);
-    void valueReference(const Node& node);
 
-    std::string mText;
+    XmlText mText;
 };

@@ -3,43 +3,37 @@
 #include <string>
 #include <string_view>
 
-/// The text with the five characters that XML reserves replaced by their entities; everything else is copied.
-inline std::string xmlStringFilter(std::string_view text) {
-    std::string filtered;
-    filtered.reserve(text.size());
-    for (const char character : text) {
+/// Appends a text to `out` with the five characters that XML reserves replaced by their entities.
+template <class Text>
+void appendXmlFiltered(Text& out, std::string_view text) {
+    const auto entity = [](char character) -> std::string_view {
         switch (character) {
         case '&':
-            filtered += "&amp;";
-            break;
+            return "&amp;";
         case '<':
-            filtered += "&lt;";
-            break;
+            return "&lt;";
         case '>':
-            filtered += "&gt;";
-            break;
+            return "&gt;";
         case '"':
-            filtered += "&quot;";
-            break;
+            return "&quot;";
         case '\'':
-            filtered += "&apos;";
-            break;
+            return "&apos;";
         default:
-            filtered += character;
+            return {};
+        }
+    };
+    std::size_t copied = 0;
+    for (std::size_t index = 0; index < text.size(); ++index) {
+        if (const std::string_view replacement = entity(text[index]); !replacement.empty()) {
+            out << text.substr(copied, index - copied) << replacement;
+            copied = index + 1;
         }
     }
-    return filtered;
+    out << text.substr(copied);
 }
 
+/// The text with the five characters that XML reserves replaced by their entities; everything else is copied.
+std::string xmlStringFilter(std::string_view text);
+
 /// Only the ASCII letters, digits and underscores of the text, in their order.
-inline std::string xmlNameFilter(std::string_view text) {
-    std::string filtered;
-    filtered.reserve(text.size());
-    for (const char character : text) {
-        const bool letter = (character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z');
-        if (letter || (character >= '0' && character <= '9') || character == '_') {
-            filtered += character;
-        }
-    }
-    return filtered;
-}
+std::string xmlNameFilter(std::string_view text);
