@@ -45,13 +45,13 @@ std::uint16_t designPixel(std::uint16_t pixel, std::uint32_t format) {
 /// The picture as a stream of bytes, two-byte pixels with the low byte first.
 Bytes wireBytes(const GrayPicture& picture, PixelFormat format) {
     const bool isWide = bytesOfPixel(static_cast<std::uint32_t>(format)) == 2;
-    Bytes bytes;
-    bytes.reserve(picture.samples.size() * (isWide ? 2 : 1));
+    Bytes bytes(picture.samples.size() * (isWide ? 2 : 1));
+    std::uint8_t* next = bytes.data();
     for (const std::uint16_t sample : picture.samples) {
         const std::uint16_t pixel = cameraPixel(sample, format);
-        bytes.push_back(static_cast<std::uint8_t>(pixel));
+        *next++ = static_cast<std::uint8_t>(pixel);
         if (isWide) {
-            bytes.push_back(static_cast<std::uint8_t>(pixel >> 8));
+            *next++ = static_cast<std::uint8_t>(pixel >> 8);
         }
     }
     return bytes;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <string>
 
 namespace simulator {
@@ -11,6 +12,7 @@ constexpr std::uint16_t white = 0xFFFF;
 constexpr std::uint16_t black = 0;
 constexpr std::uint32_t gridDistance = 64;
 constexpr std::uint32_t barStep = 8;
+constexpr std::uint32_t diagonals = 4;
 constexpr std::uint32_t digitColumns = 3;
 constexpr std::uint32_t digitRows = 5;
 
@@ -31,7 +33,7 @@ constexpr std::array<std::array<std::uint8_t, digitRows>, 11> digitDots = {{
 
 /// A smooth ramp above, sixteen steps below: the one shows the bit depth, the other the order of the columns.
 std::uint16_t background(std::uint32_t x, std::uint32_t y, const GrayPicture& picture) {
-    const auto ramp = static_cast<std::uint16_t>(std::uint64_t{x} * white / picture.width);
+    const auto ramp = static_cast<std::uint16_t>(x * white / picture.width);
     return y < picture.height / 2 ? ramp : static_cast<std::uint16_t>(white - (ramp & 0xF000));
 }
 
@@ -56,14 +58,21 @@ void drawBackground(GrayPicture& picture) {
     }
 }
 
-/// A bright bar that wanders to the right with every frame, and a line from corner to corner.
-void drawMovingParts(GrayPicture& picture, std::uint64_t number) {
+/// Lines that only run through where every row stands in its place.
+void drawDiagonals(GrayPicture& picture) {
+    const std::uint32_t distance = std::max(1u, picture.width / diagonals);
+    for (std::uint32_t y = 0; y < picture.height; ++y) {
+        const auto shift = static_cast<std::uint32_t>(std::uint64_t{y} * picture.width / picture.height);
+        for (std::uint32_t start = 0; start < picture.width; start += distance) {
+            fill(picture, (start + shift) % picture.width, y, 2, 1, black);
+        }
+    }
+}
+
+/// A bright bar that wanders to the right with every frame.
+void drawBar(GrayPicture& picture, std::uint64_t number) {
     const auto barLeft = static_cast<std::uint32_t>(number * barStep % picture.width);
     fill(picture, barLeft, 0, barStep, picture.height, white);
-    for (std::uint32_t y = 0; y < picture.height; ++y) {
-        const auto x = static_cast<std::uint32_t>(std::uint64_t{y} * picture.width / picture.height);
-        fill(picture, x, y, 2, 1, black);
-    }
 }
 
 void drawDigit(GrayPicture& picture, std::size_t digit, std::uint32_t left, std::uint32_t top,
@@ -92,7 +101,8 @@ class TestChart : public PictureSource {
     GrayPicture picture(std::uint64_t number, std::uint32_t width, std::uint32_t height) const override {
         GrayPicture chart(width, height);
         drawBackground(chart);
-        drawMovingParts(chart, number);
+        drawDiagonals(chart);
+        drawBar(chart, number);
         drawLabel(chart, std::to_string(mPort) + '-' + std::to_string(number));
         return chart;
     }
