@@ -52,7 +52,14 @@ bool anotherThreadGets(GenericLock& lock) {
 template <class Guard>
 class LockGuardTest : public testing::Test {};
 using LockGuards = testing::Types<GenericLockGuard, CriticalSectionGuard>;
-TYPED_TEST_SUITE(LockGuardTest, LockGuards);
+
+struct GuardName {
+    template <class Guard>
+    static std::string GetName(int /*index*/) {
+        return std::is_same_v<Guard, GenericLockGuard> ? "GenericLockGuard" : "CriticalSectionGuard";
+    }
+};
+TYPED_TEST_SUITE(LockGuardTest, LockGuards, GuardName);
 
 TYPED_TEST(LockGuardTest, HoldsAndMarksTheLockForItsScope) {
     OpenCriticalSection lock;
