@@ -14,7 +14,7 @@ if(EXISTS "${ORBELLINE_GOOGLETEST_SOURCE}/googletest/src/gtest-all.cc")
         "${ORBELLINE_GOOGLETEST_SOURCE}/googletest/include" "${ORBELLINE_GOOGLETEST_SOURCE}/googlemock/include")
     target_include_directories(orbelline_googletest SYSTEM PRIVATE
         "${ORBELLINE_GOOGLETEST_SOURCE}/googletest" "${ORBELLINE_GOOGLETEST_SOURCE}/googlemock")
-    target_compile_options(orbelline_googletest PRIVATE -w)
+    target_compile_options(orbelline_googletest PRIVATE -w -O0 -g0 -U_FORTIFY_SOURCE)
     target_link_libraries(orbelline_googletest PUBLIC Threads::Threads)
     set(ORBELLINE_HAS_GOOGLETEST ON)
 endif()
