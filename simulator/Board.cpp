@@ -116,7 +116,9 @@ TriggerTrace Board::trace() const { return mModel->trace(); }
 
 void Board::raiseEvent(const std::string& designEventName) { mModel->raise(designEventName); }
 
-std::vector<RaisedEvent> Board::takeEvents() { return mModel->takeEvents(); }
+std::vector<RaisedEvent> Board::takeEvents(std::size_t most) { return mModel->takeEvents(most); }
+
+std::vector<std::string> Board::designEvents() { return mModel->designEvents(); }
 
 std::uint64_t Board::eventCount(const std::string& designEventName) const {
     return mModel->eventCount(designEventName);

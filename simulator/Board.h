@@ -117,7 +117,10 @@ class SIMULATOR_PUBLIC Board {
     /// Raises a design event now, as if the board had done so.
     void raiseEvent(const std::string& designEventName);
     /// The events raised since the last call, oldest first; at most the latest 65536 are kept.
-    std::vector<RaisedEvent> takeEvents();
+    /// \param most  how many are taken; the others stay for the next call
+    std::vector<RaisedEvent> takeEvents(std::size_t most = SIZE_MAX);
+    /// The events of the design that was opened last, in its order; empty before one was.
+    std::vector<std::string> designEvents();
     /// How often an event was raised since power-on.
     std::uint64_t eventCount(const std::string& designEventName) const;
 

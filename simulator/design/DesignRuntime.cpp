@@ -4,8 +4,8 @@
 #include "simulator/Observed.h"
 
 #include <fstream>
-#include <iterator>
 #include <optional>
+#include <sstream>
 
 /// libqelrt.so: every function answers a null or unknown design, and whatever bytes an image has.
 
@@ -50,7 +50,10 @@ fpga_design* loadFile(const char* file, int type) {
     if (!input) {
         return nullptr;
     }
-    const std::string bytes{std::istreambuf_iterator<char>(input), std::istreambuf_iterator<char>()};
+    // Inserting the buffer keeps a reading failure, as a folder gives it, inside the stream.
+    std::ostringstream content;
+    content << input.rdbuf();
+    const std::string bytes = content.str();
     std::optional<DesignImage> image = DesignImage::decode(bytes.data(), bytes.size());
     return image && image->type == type ? keep(std::move(image)) : nullptr;
 }

@@ -3,7 +3,6 @@
 #include "simulator/RuntimeCodes.h"
 
 #include <stdexcept>
-#include <utility>
 
 namespace simulator {
 
@@ -41,9 +40,9 @@ BoardModel::Guard BoardModel::enter() {
     return guard;
 }
 
-std::shared_ptr<const DesignBinding> BoardModel::open(SharedDesign design) {
+std::shared_ptr<const DesignBinding> BoardModel::open(const SharedDesign& design) {
     const Guard guard = enter();
-    mDesign = mStore.bind(std::move(design));
+    mDesign = mStore.bind(design);
     return mDesign;
 }
 
@@ -177,9 +176,14 @@ void BoardModel::raise(const std::string& event) {
     mEvents.raise(mClock.now(), event);
 }
 
-std::vector<RaisedEvent> BoardModel::takeEvents() {
+std::vector<RaisedEvent> BoardModel::takeEvents(std::size_t most) {
     const Guard guard = enter();
-    return mEvents.take();
+    return mEvents.take(most);
+}
+
+std::vector<std::string> BoardModel::designEvents() {
+    const Guard guard = enter();
+    return mDesign == nullptr ? std::vector<std::string>() : mDesign->design->image.events;
 }
 
 std::uint64_t BoardModel::eventCount(const std::string& event) {

@@ -28,7 +28,7 @@ class BoardModel {
     BoardClock& clock() { return mClock; }
 
     /// Connects a design with the board; its registers are the ones that register access reaches from now on.
-    std::shared_ptr<const DesignBinding> open(SharedDesign design);
+    std::shared_ptr<const DesignBinding> open(const SharedDesign& design);
 
     std::uint64_t read(const DesignCell& cell);
     /// Refuses a status with -12.
@@ -82,7 +82,8 @@ class BoardModel {
     std::vector<std::uint32_t> peekTable(const std::string& name);
     void pokeTable(const std::string& name, std::size_t first, const std::vector<std::uint32_t>& values);
     void raise(const std::string& event);
-    std::vector<RaisedEvent> takeEvents();
+    std::vector<RaisedEvent> takeEvents(std::size_t most);
+    std::vector<std::string> designEvents();
     std::uint64_t eventCount(const std::string& event);
 
   private:

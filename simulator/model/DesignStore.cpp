@@ -62,7 +62,7 @@ DesignCell* DesignStore::find(const std::string& name) {
     return found == mCells.end() ? nullptr : &found->second;
 }
 
-std::shared_ptr<const DesignBinding> DesignStore::bind(SharedDesign design) {
+std::shared_ptr<const DesignBinding> DesignStore::bind(const SharedDesign& design) {
     auto binding = std::make_shared<DesignBinding>();
     binding->design = design;
     const DesignImage& image = design->image;

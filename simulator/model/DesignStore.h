@@ -55,7 +55,7 @@ class DesignStore {
     DesignCell* find(const std::string& name);
 
     /// Makes the cells that a design needs and connects it with them. Cells that exist keep their values.
-    std::shared_ptr<const DesignBinding> bind(SharedDesign design);
+    std::shared_ptr<const DesignBinding> bind(const SharedDesign& design);
 
     void reset();
 

@@ -2,6 +2,8 @@
 
 #include "simulator/Board.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <deque>
 #include <map>
@@ -24,13 +26,15 @@ class EventLog {
         mLatest.push_back({tick, &counted.first});
     }
 
-    std::vector<RaisedEvent> take() {
+    /// Takes the oldest events, at most so many.
+    std::vector<RaisedEvent> take(std::size_t most) {
+        const auto end = mLatest.begin() + static_cast<std::ptrdiff_t>(std::min(most, mLatest.size()));
         std::vector<RaisedEvent> events;
-        events.reserve(mLatest.size());
-        for (const Entry& entry : mLatest) {
-            events.push_back({entry.tick, *entry.name});
+        events.reserve(std::min(most, mLatest.size()));
+        for (auto entry = mLatest.begin(); entry != end; ++entry) {
+            events.push_back({entry->tick, *entry->name});
         }
-        mLatest.clear();
+        mLatest.erase(mLatest.begin(), end);
         return events;
     }
 

@@ -3,6 +3,7 @@
 #include "simulator/RuntimeCodes.h"
 
 #include <algorithm>
+#include <map>
 #include <stdexcept>
 
 /// The control API for programs that know the board through its runtime library only.
@@ -68,6 +69,16 @@ std::vector<BoardSignalSample> samplesOf(const simulator::TriggerTrace& trace) {
     return samples;
 }
 
+/// The mask that an applet gives each event of a design: the bit of the first place where the name stands.
+std::map<std::string, std::uint64_t> masksOf(const std::vector<std::string>& designEvents) {
+    constexpr std::size_t bitsOfMask = 64;
+    std::map<std::string, std::uint64_t> masks;
+    for (std::size_t place = 0; place < std::min(designEvents.size(), bitsOfMask); ++place) {
+        masks.emplace(designEvents[place], std::uint64_t{1} << place);
+    }
+    return masks;
+}
+
 } // namespace
 
 EXPORTED int Board_StepByHand(unsigned board, int byHand) {
@@ -129,5 +140,20 @@ EXPORTED int Board_ReadTrace(unsigned board, BoardSignalSample* samples, unsigne
             *dropped = trace.dropped();
         }
         return static_cast<int>(all.size());
+    });
+}
+
+EXPORTED int Board_TakeEvents(unsigned board, BoardEvent* events, unsigned capacity) {
+    return withBoard(board, [&](simulator::Board& found) {
+        if (events == nullptr && capacity > 0) {
+            return code::invalidParameter;
+        }
+        const std::map<std::string, std::uint64_t> masks = masksOf(found.designEvents());
+        const std::vector<simulator::RaisedEvent> taken = found.takeEvents(capacity);
+        std::transform(taken.begin(), taken.end(), events, [&](const simulator::RaisedEvent& event) {
+            const auto mask = masks.find(event.name);
+            return BoardEvent{event.tick, mask == masks.end() ? 0 : mask->second};
+        });
+        return static_cast<int>(taken.size());
     });
 }

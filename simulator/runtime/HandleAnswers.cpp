@@ -25,12 +25,12 @@ std::atomic<int> lastOpeningError{0};
 
 Fg_Struct* openInner(QXdevice* device, fpga_design* design) {
     simulator::Board* board = simulator::Board::of(device);
-    simulator::SharedDesign known = simulator::findDesign(design);
+    const simulator::SharedDesign known = simulator::findDesign(design);
     if (board == nullptr || known == nullptr) {
         lastOpeningError = code::invalidParameter;
         return nullptr;
     }
-    auto inner = std::make_shared<InnerHandle>(*board, std::move(known));
+    auto inner = std::make_shared<InnerHandle>(*board, known);
     Fg_Struct* handle = inner->handle();
     simulator::keepHandle(handle, {std::move(inner), nullptr});
     lastOpeningError = 0;

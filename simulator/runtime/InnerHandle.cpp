@@ -7,12 +7,11 @@
 #include "simulator/runtime/ParameterValue.h"
 #include "simulator/RuntimeCodes.h"
 
-#include <utility>
 
 namespace simulator {
 
-InnerHandle::InnerHandle(Board& board, SharedDesign design)
-    : mBoard(board), mModel(board.model()), mBinding(mModel.open(std::move(design))) {}
+InnerHandle::InnerHandle(Board& board, const SharedDesign& design)
+    : mBoard(board), mModel(board.model()), mBinding(mModel.open(design)) {}
 
 InnerHandle::~InnerHandle() { mModel.stopAcquisitionsOf(this); }
 

@@ -22,7 +22,7 @@ class InnerHandle {
     /// own.
     static constexpr int firstDesignId = 400000;
 
-    InnerHandle(Board& board, SharedDesign design);
+    InnerHandle(Board& board, const SharedDesign& design);
     ~InnerHandle();
     InnerHandle(const InnerHandle&) = delete;
     InnerHandle& operator=(const InnerHandle&) = delete;
