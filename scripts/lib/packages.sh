@@ -3,7 +3,7 @@
 
 productPackages=(cmake ninja-build g++ g++-multilib)
 demoPackages=("${productPackages[@]}" libcli11-dev libstb-dev)
-testPackages=("${demoPackages[@]}" googletest python3 locales)
+testPackages=("${demoPackages[@]}" googletest libxml2-utils python3 locales)
 benchmarkPackage=libbenchmark-dev:i386
 # A package that could not be had is asked for once; remove the folder to ask again.
 refusedPackages=build/refused-packages
