@@ -56,21 +56,18 @@ class SIMULATOR_PUBLIC Board {
     /// Board time; it starts with the wall clock.
     BoardClock& clock();
 
-    // ---- cameras
-    // --------------------------------------------------------------------------------------------------
+    // ---- cameras -----------------------------------------------------
 
     /// \param port  camera port, 0 or 1 (std::out_of_range otherwise, as everywhere below)
     CameraSetup camera(unsigned port) const;
     /// Replaces a camera; a picture under way is lost.
-    /// \throws std::invalid_argument when the sensor does not fit 16 .. 4096 x 2 .. 4096, the packet is
-    /// empty, or the
-    ///         folder holds no readable picture
+    /// \throws std::invalid_argument when the sensor is not 16 .. 4096 x 2 .. 4096, the packet not
+    ///     44 .. 9036, the format unknown, or the folder holds no readable picture
     void setCamera(unsigned port, const CameraSetup& setup);
     /// Pictures that the camera of a port has exposed since power-on.
     std::uint64_t exposures(unsigned port) const;
 
-    // ---- registers, past the recorder and the failures
-    // ------------------------------------------------------------
+    // ---- registers, past the recorder and the failures ---------------
 
     /// Value of a design parameter or register by its full name, as the design would answer it.
     /// \throws std::out_of_range for a name that neither the board nor a loaded design knows
@@ -92,8 +89,7 @@ class SIMULATOR_PUBLIC Board {
     void pinRuntimeParameter(int id, unsigned dmaIndex, std::uint32_t value);
     void releaseRuntimeParameter(int id, unsigned dmaIndex);
 
-    // ---- trigger inputs and events
-    // --------------------------------------------------------------------------------
+    // ---- trigger inputs and events -----------------------------------
 
     /// Sets the level of a trigger input at the present board time.
     /// \param input  0 to 7

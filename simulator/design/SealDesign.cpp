@@ -2,7 +2,7 @@
 
 #include <fstream>
 #include <iostream>
-#include <iterator>
+#include <sstream>
 #include <string>
 
 namespace {
@@ -13,7 +13,9 @@ int sealFile(const char* name) {
         std::cerr << name << ": cannot be read\n";
         return 1;
     }
-    const std::string text{std::istreambuf_iterator<char>(input), std::istreambuf_iterator<char>()};
+    std::ostringstream content;
+    content << input.rdbuf();
+    const std::string text = content.str();
     const std::string sealedText = simulator::DesignImage::seal(text);
     std::string reason;
     if (!simulator::DesignImage::decode(sealedText.data(), sealedText.size(), &reason)) {

@@ -7,7 +7,6 @@
 #include "simulator/runtime/ParameterValue.h"
 #include "simulator/RuntimeCodes.h"
 
-
 namespace simulator {
 
 InnerHandle::InnerHandle(Board& board, const SharedDesign& design)

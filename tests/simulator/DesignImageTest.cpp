@@ -187,6 +187,7 @@ TEST_F(DesignFileTest, LoadsOnlyTheRightType) {
 TEST_F(DesignFileTest, MissingFileGivesNothing) {
     EXPECT_EQ(QelLoadQelFileWithType((mFile + ".missing").c_str(), 7, 1), nullptr);
     EXPECT_EQ(QelLoadQelFileWithType(nullptr, 7, 1), nullptr);
+    EXPECT_EQ(QelLoadQelFileWithType(testing::TempDir().c_str(), 7, 1), nullptr) << "a folder is no file";
 }
 
 } // namespace

@@ -69,6 +69,10 @@ TEST_F(PictureSourceTest, RefusesWhatIsNoPicture) {
     EXPECT_FALSE(readPictureFile(write("damaged.png", "no picture")));
     EXPECT_FALSE(readPictureFile((mFolder / "missing.png").string()));
     EXPECT_FALSE(readPictureFile((mFolder / "missing.pgm").string()));
+    std::filesystem::create_directory(mFolder / "folder.pgm");
+    EXPECT_FALSE(readPictureFile((mFolder / "folder.pgm").string()));
+    std::filesystem::create_directory(mFolder / "folder.png");
+    EXPECT_FALSE(readPictureFile((mFolder / "folder.png").string()));
 }
 
 TEST_F(PictureSourceTest, ReadsPng) {
