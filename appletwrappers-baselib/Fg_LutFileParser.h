@@ -66,16 +66,17 @@ class Fg_LutFileParser {
     // Every lookup starts at the beginning of the file. Delimiters are single characters.
 
     /// Finds the first line that contains the key anywhere and gives its second piece, in a buffer of
-    /// valueBytes. \return 0, or -1: the value then begins with the five letters "Error", without a
-    /// terminator
+    /// valueBytes.
+    /// \return 0, or -1: the value then begins with the five letters "Error", without a terminator
     int parseKeyFromLine(const char* key, char* value, const char* delimiters);
     /// The same for a number; 0 with result -1 when there is no such line or its text is "Error".
     int parseIntKey(const char* key, int* value, const char* delimiters);
     int parseDoubleKey(const char* key, double* value, const char* delimiters);
 
     /// Reads the entries 0 to count - 1, in this order, behind the first line that contains the section's
-    /// name. Entries that are not found stay as they are. An entry's line is one that contains its index and
-    /// the delimiter anywhere: "1," is found in "11,5;" too. \return 0
+    /// name. Entries that are not found stay as they are. An entry's line is one that contains its index
+    /// and the delimiter anywhere: "1," is found in "11,5;" too.
+    /// \return 0
     int parseIntInt(std::uint32_t* values, std::uint32_t count, const char* delimiter,
                     const char* sectionName);
     int parseIntDouble(double* values, std::uint32_t count, const char* delimiter, const char* sectionName);

@@ -34,7 +34,8 @@ class PictureBatch {
     PictureBatch(const PictureBatch&) = delete;
     PictureBatch& operator=(const PictureBatch&) = delete;
 
-    /// Asks the board once how many pictures have come. \throws Failure (refused)
+    /// Asks the board once how many pictures have come.
+    /// \throws Failure  (refused)
     void poll();
     unsigned arrived() const { return mArrived; }
     bool isComplete() const { return mArrived >= mPixels.size(); }

@@ -12,7 +12,8 @@ class Session;
 /// A folder that receives pictures.
 class PictureFolder {
   public:
-    /// Makes the folder where it does not exist. \throws Failure (notFound)
+    /// Makes the folder where it does not exist.
+    /// \throws Failure  (notFound)
     PictureFolder(const std::string& folder, PictureFormat format);
 
     const std::string& path() const { return mPath; }

@@ -10,7 +10,8 @@ struct RegisterInfo;
 namespace orbctl {
 
 /// Copies the parameters of a port's tree of records, group by group in the order in which they were
-/// registered. \param head  the port's top-level group that was registered last, or null
+/// registered.
+/// \param head  the port's top-level group that was registered last, or null
 std::vector<Parameter> parametersOf(const RegisterInfo* head);
 
 } // namespace orbctl

@@ -30,9 +30,11 @@ struct Target {
     std::string name; ///< as the user would write it
 };
 
-/// Reads "NAME=VALUE". \throws Failure (usage)
+/// Reads "NAME=VALUE".
+/// \throws Failure  (usage)
 Setting settingFrom(const std::string& text);
-/// Reads "NAME=VALUE" for both ports, "0:NAME=VALUE" or "1:NAME=VALUE" for one. \throws Failure (usage)
+/// Reads "NAME=VALUE" for both ports, "0:NAME=VALUE" or "1:NAME=VALUE" for one.
+/// \throws Failure  (usage)
 PortSetting portSettingFrom(const std::string& text);
 
 /// Finds what a name, an id or "NAME[INDEX]" stands for.
@@ -40,9 +42,9 @@ PortSetting portSettingFrom(const std::string& text);
 /// many)
 Target targetFrom(const ParameterCatalogue& catalogue, const std::string& text);
 
-/// Writes the settings one after another, each on every port. Nothing is written unless all names and values
-/// can be understood; the first that the applet refuses ends the row. \throws Failure (notFound, usage or
-/// refused)
+/// Writes the settings one after another, each on every port. Nothing is written unless all names and
+/// values can be understood; the first that the applet refuses ends the row.
+/// \throws Failure  (notFound, usage or refused)
 void applySettings(const AppletHandle& applet, const std::vector<unsigned>& ports,
                    const std::vector<Setting>& settings);
 

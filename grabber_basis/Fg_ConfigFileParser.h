@@ -30,8 +30,8 @@ class Fg_ConfigFileParser {
     static constexpr std::size_t valueBytes = 256;
 
     /// Opens a file for reading, or for reading and updating, when it exists and is of the right type.
-    /// Otherwise no file is open and every lookup fails. \param log  receives messages; may be null, must
-    /// outlive the parser
+    /// Otherwise no file is open and every lookup fails.
+    /// \param log  receives messages; may be null, must outlive the parser
     Fg_ConfigFileParser(Fg_Log* log, const char* fileName, bool readOnly);
 
     /// Whether ".mcf" stands anywhere in the name; false for null.

@@ -10,10 +10,13 @@
 extern "C" {
 
 /// Opens a board with an applet library: loads it, creates the applet on the board and returns the outer
-/// handle. \param appletFile  path of the applet library \param board       board number, from 0 \param slave
-/// not 0: share a board that another handle opened as master \param error       receives 0 or an error code
-/// (that of the applet's Std_entry, or the runtime's); may be null \return the handle, released with
-/// Fg_FreeGrabber, or null
+/// handle.
+/// \param appletFile  path of the applet library
+/// \param board  board number, from 0
+/// \param slave  not 0: share a board that another handle opened as master
+/// \param error  receives 0 or an error code (that of the applet's Std_entry, or the runtime's); may be
+///        null
+/// \return the handle, released with Fg_FreeGrabber, or null
 Fg_Struct* Fg_OpenBoard(const char* appletFile, unsigned board, int slave, int* error);
 
 /// The applet library behind a handle, as dlopen gave it, or null; for the entry points that take no handle.

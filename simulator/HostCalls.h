@@ -77,9 +77,9 @@ class SIMULATOR_PUBLIC HostCalls {
     /// Failures that failOnce() asked for and that have not happened yet.
     std::size_t pendingFailures() const;
 
-    /// Makes libgrabcore5.so lack a symbol: dlsym answers null for it until provideAllSymbols(). Takes effect
-    /// for look-ups from now on; a pointer that was looked up before stays good. \throws
-    /// std::invalid_argument for a name that the library does not export
+    /// Makes libgrabcore5.so lack a symbol: dlsym answers null for it until provideAllSymbols(). Takes
+    /// effect for look-ups from now on; a pointer that was looked up before stays good.
+    /// \throws std::invalid_argument  for a name that the library does not export
     void lackSymbol(const std::string& name);
     void provideAllSymbols();
 

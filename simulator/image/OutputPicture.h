@@ -39,7 +39,8 @@ std::size_t outputBytes(const Region& region, const OutputSettings& output);
 
 /// Reads a picture from the frame memory row by row, alternately from the two halves, and writes it as the
 /// host gets it: 16-bit pixels have their low byte first. Halves that disagree show as rows of different
-/// length and place. \param target  receives at most \p size bytes; a longer picture is cut
+/// length and place.
+/// \param target  receives at most \p size bytes; a longer picture is cut
 void writeOutput(const AssembledPicture& picture, const Region& region, const OutputSettings& output,
                  std::uint8_t* target, std::size_t size);
 

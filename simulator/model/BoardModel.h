@@ -59,7 +59,8 @@ class BoardModel {
     /// Number of the last picture, 0 before the first, or an error code.
     int lastPicture(unsigned dmaIndex, const dma_mem* memory);
     /// Waits until a picture has come; the answer is the last one's number. A clock that is stepped by hand
-    /// is stepped on instead of waiting. \param seconds  board time to wait; below 0: the port's FG_TIMEOUT
+    /// is stepped on instead of waiting.
+    /// \param seconds  board time to wait; below 0: the port's FG_TIMEOUT
     int waitForPicture(unsigned dmaIndex, int picture, int seconds, const dma_mem* memory);
     std::uint64_t lostPictures(unsigned dmaIndex);
 

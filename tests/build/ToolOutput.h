@@ -15,7 +15,12 @@ std::vector<std::string> words(const std::string& line);
 /// The lines that hold a text, in their order.
 std::vector<std::string> linesWith(const std::vector<std::string>& lines, const std::string& text);
 
-/// The bytes of a file. \throws std::runtime_error  when it cannot be read
+/// The lines of a file.
+/// \throws std::runtime_error  when it cannot be read
+std::vector<std::string> fileLines(const std::string& path);
+
+/// The bytes of a file.
+/// \throws std::runtime_error  when it cannot be read
 std::string fileBytes(const std::string& path);
 
 } // namespace orbelline::tests
