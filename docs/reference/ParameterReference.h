@@ -1,0 +1,6 @@
+#pragma once
+
+#include "docs/reference/LiveApplet.h"
+
+/// The reference of all parameters, in Markdown.
+std::string parameterReference(const LiveApplet& applet);
