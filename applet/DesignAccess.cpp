@@ -90,7 +90,6 @@ int FgQxWrapperImpl::commitEnumerated(int port, unsigned& cache, unsigned value,
 }
 
 // ---- the registry
-// -------------------------------------------------------------------------------------------------
 
 RegisterInfo* FgQxWrapperImpl::description(int port, int id) const {
     const auto records = register_info_map.find(port);

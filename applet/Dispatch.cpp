@@ -149,7 +149,6 @@ int FgQxWrapperImpl::readDescription(int port, char* name) {
 }
 
 // ---- registers of the design
-// --------------------------------------------------------------------------------------
 
 int FgQxWrapperImpl::writeRegister(int index, const void* value) {
     const bool isWide = QelGetRegisterBitRange(designHandle(), index) > wordBits;
@@ -170,7 +169,6 @@ int FgQxWrapperImpl::readRegister(int index, void* value) {
 }
 
 // ---- operations that this applet does not have
-// --------------------------------------------------------------------
 
 int FgQxWrapperImpl::processChannelToDma(int, int) {
     throw std::runtime_error("processChannelToDma() is not implemented.");

@@ -113,7 +113,6 @@ void FgQxWrapperImpl::retrieveIds() {
 }
 
 // ---- look-ups
-// -----------------------------------------------------------------------------------------------------
 
 int FgQxWrapperImpl::Fg_getParameterIdByName(const char* name) {
     const auto found = name != nullptr ? map_parameter_name_parameter_id.find(std::string_view(name))

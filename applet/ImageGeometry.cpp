@@ -40,7 +40,6 @@ int checkMtuSize(unsigned value) {
 } // namespace
 
 // ---- region of interest
-// -------------------------------------------------------------------------------------------
 
 int FgQxWrapperImpl::commitRegion(int port, unsigned& cache, unsigned value,
                                   const std::array<DesignParameter, 2>& halves, int limitedId) {
@@ -92,7 +91,6 @@ int FgQxWrapperImpl::setYOffset(int port, unsigned value) {
 }
 
 // ---- camera input
-// -------------------------------------------------------------------------------------------------
 
 int FgQxWrapperImpl::setCameraWidth(int port, unsigned value) {
     if (!cameraWidthLimits.contain(value)) {

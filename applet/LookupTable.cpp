@@ -121,7 +121,6 @@ int FgQxWrapperImpl::saveLutFile(int port, const char* path) {
 }
 
 // ---- parameters
-// ---------------------------------------------------------------------------------------------------
 
 int FgQxWrapperImpl::setLutType(int port, unsigned value) {
     if (!enumerations::AcqLutTypes.contains(value)) {

@@ -36,7 +36,6 @@ constexpr std::array<OutputRegisters, 4> outputs{{OUTPUT(0), OUTPUT(1), OUTPUT(2
 } // namespace
 
 // ---- inputs
-// -------------------------------------------------------------------------------------------------------
 
 int FgQxWrapperImpl::setDebounce(int port, double value) {
     if (!catalogue::limitsOf<FG_TRIGGERIN_DEBOUNCE>().contain(value)) {
@@ -96,7 +95,6 @@ int FgQxWrapperImpl::setTriggerInPhase(int port, unsigned value) {
 }
 
 // ---- outputs
-// ------------------------------------------------------------------------------------------------------
 
 int FgQxWrapperImpl::commitOutput(int port, unsigned& cache, unsigned value, const DesignParameter& select,
                                   const DesignParameter& polarity) {
@@ -136,7 +134,6 @@ int FgQxWrapperImpl::setOutputEventSource(int port, unsigned value) {
 }
 
 // ---- clears
-// -------------------------------------------------------------------------------------------------------
 
 int FgQxWrapperImpl::commitClear(int port, unsigned& cache, unsigned value,
                                  const DesignParameter& parameter) {
@@ -181,7 +178,6 @@ int FgQxWrapperImpl::clearMinMaxFrequency(int port, unsigned value) {
 }
 
 // ---- statistics and monitoring
-// ------------------------------------------------------------------------------------
 
 int FgQxWrapperImpl::readFrequency(int port, const DesignParameter& parameter, double* out) {
     std::uint64_t period = 0;

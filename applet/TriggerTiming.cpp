@@ -68,7 +68,6 @@ double FgQxWrapperImpl::cachedPeriod(int port) {
 }
 
 // ---- frame rate
-// ---------------------------------------------------------------------------------------------------
 
 int FgQxWrapperImpl::setFramesPerSecond(int port, double value) {
     if (!limitsOf<FG_TRIGGER_FRAMESPERSECOND>().contain(value)) {
@@ -98,7 +97,6 @@ int FgQxWrapperImpl::readFramesPerSecond(int port, double* out) {
 }
 
 // ---- pulse form generators
-// ----------------------------------------------------------------------------------------
 
 int FgQxWrapperImpl::readGeneratorTime(int port, const DesignParameter& parameter, double* microseconds) {
     std::uint64_t ticks = 0;
@@ -185,7 +183,6 @@ int FgQxWrapperImpl::setGeneratorPhase(int port, int generator, unsigned value) 
 }
 
 // ---- multiplication, software trigger
-// -----------------------------------------------------------------------------
 
 int FgQxWrapperImpl::setMultiplyPulses(int port, unsigned value) {
     if (!integerLimitsOf<FG_TRIGGER_MULTIPLY_PULSES>().contain(value)) {
@@ -254,7 +251,6 @@ int FgQxWrapperImpl::readSoftwareTriggerBusy(int port, unsigned* out) {
 }
 
 // ---- queue
-// --------------------------------------------------------------------------------------------------------
 
 int FgQxWrapperImpl::setQueueMode(int port, unsigned value) {
     if (!enumerations::OnOff.contains(value)) {

@@ -33,7 +33,6 @@ FgQxWrapper::FgQxWrapper() : d(std::make_unique<FgQxWrapperPrivate>()) {}
 FgQxWrapper::~FgQxWrapper() noexcept(false) = default;
 
 // ---- the runtime
-// --------------------------------------------------------------------------------------------------
 
 int FgQxWrapper::initializeDllFunctions(const char* library) {
     d->dll.reset(dlopen(library, RTLD_NOW));
@@ -91,7 +90,6 @@ const BoundFunctions& FgQxWrapper::wrapperFg() const { return *d->mWrapperFg; }
 Fg_Struct* FgQxWrapper::grabcoreFg() const { return d->mGrabcoreFg; }
 
 // ---- errors, descriptions and the inner handle's parameters
-// -------------------------------------------------------
 
 int FgQxWrapper::Fg_getLastErrorNumber() { return d->mError.getErrorNumberBuffer(); }
 
@@ -133,7 +131,6 @@ RegisterInfo* FgQxWrapper::getUnwrappedParameterInfo() {
 }
 
 // ---- shading: no applet of this kind has any
-// ----------------------------------------------------------------------
 
 ShadingMaster* FgQxWrapper::Fg_AllocShading(int, int) { return nullptr; }
 int FgQxWrapper::Fg_FreeShading(ShadingMaster*) { return error::notSupported; }
@@ -146,7 +143,6 @@ int FgQxWrapper::Shad_FreeAccess(ShadingMaster*) { return error::notSupported; }
 int FgQxWrapper::Shad_WriteActLine(ShadingMaster*, int) { return error::notSupported; }
 
 // ---- events
-// -------------------------------------------------------------------------------------------------------
 
 std::uint64_t FgQxWrapper::Fg_getEventMask(const char* name) {
     for (int index = 0; name != nullptr && index < eventMaskBits; ++index) {
@@ -169,7 +165,6 @@ const char* FgQxWrapper::Fg_getEventName(std::uint64_t mask) {
 }
 
 // ---- field caches and temporary files
-// -----------------------------------------------------------------------------
 
 void FgQxWrapper::setFieldCache(std::uint32_t* cache, const FieldParameterInt_s* record) {
     if (record != nullptr) {

@@ -55,7 +55,6 @@ void ParameterInfoGeneratorXML::closeDocument() {
 }
 
 // ---- pieces of a node
-// ---------------------------------------------------------------------------------------------
 
 void ParameterInfoGeneratorXML::description(const Node& node) {
     if (!node.description.empty()) {
@@ -86,7 +85,6 @@ void ParameterInfoGeneratorXML::integerRegister(const Node& node, std::string_vi
 }
 
 // ---- nodes
-// --------------------------------------------------------------------------------------------------------
 
 template <class Limit>
 void ParameterInfoGeneratorXML::integer(const Node& node, Limit minimum, Limit maximum, Limit increment) {

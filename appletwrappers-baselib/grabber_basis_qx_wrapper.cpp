@@ -57,7 +57,6 @@ int freeInnerHandle(const FgQxWrapper& wrapper) {
 extern "C" {
 
 // ---- parameters
-// ---------------------------------------------------------------------------------------------------
 
 EXPORTED int Fg_setParameterWithType(Fg_Struct* handle, int id, const void* value, unsigned dmaIndex, int) {
     return onWrapper(handle, error::noHandle, [&](FgQxWrapper& wrapper) {
@@ -110,7 +109,6 @@ EXPORTED int Fg_getParameterInfoXML(Fg_Struct* handle, int port, char* buffer, u
 }
 
 // ---- configuration files, events
-// ----------------------------------------------------------------------------------
 
 EXPORTED int Fg_saveConfig(Fg_Struct* handle, const char* file) {
     return onWrapper(handle, error::noHandle,
@@ -133,7 +131,6 @@ EXPORTED const char* Fg_getEventName(Fg_Struct* handle, std::uint64_t mask) {
 }
 
 // ---- shading
-// ------------------------------------------------------------------------------------------------------
 
 EXPORTED ShadingMaster* Fg_AllocShading(Fg_Struct* handle, int first, int second) {
     return onWrapper(handle, static_cast<ShadingMaster*>(nullptr), [&](FgQxWrapper& wrapper) {
@@ -190,7 +187,6 @@ EXPORTED int Shad_WriteActLine(Fg_Struct* handle, ShadingMaster* shading, int li
 }
 
 // ---- acquisition: forwarded to the runtime
-// ------------------------------------------------------------------------
 
 EXPORTED int Fg_getAppletId(Fg_Struct* handle, const char* name) {
     return onRuntime(handle, &BoundFunctions::DLL_Fg_getAppletId, name);
@@ -219,7 +215,6 @@ EXPORTED int Fg_getLastPicNumberBlockingEx(Fg_Struct* handle, int picture, int d
 }
 
 // ---- the handle itself
-// --------------------------------------------------------------------------------------------
 
 EXPORTED int Fg_getLastErrorNumber(Fg_Struct* handle) {
     return onWrapper(handle, error::noHandle,

@@ -26,7 +26,6 @@ struct ShadingMaster;
 extern "C" {
 
 // ---- entry points that only an applet has
-// -------------------------------------------------------------------------
 
 /// Creates the applet for a board.
 /// \param device  the board
@@ -45,7 +44,6 @@ std::uint64_t Fg_getEventMask(Fg_Struct* handle, const char* name);
 const char* Fg_getEventName(Fg_Struct* handle, std::uint64_t mask);
 
 // ---- functions that the runtime and an applet both have
-// -----------------------------------------------------------
 
 int Fg_setParameterWithType(Fg_Struct* handle, int id, const void* value, unsigned dmaIndex, int type);
 int Fg_getParameterWithType(Fg_Struct* handle, int id, void* value, unsigned dmaIndex, int type);
@@ -75,7 +73,6 @@ int Shad_FreeAccess(Fg_Struct* handle, ShadingMaster* shading);
 int Shad_WriteActLine(Fg_Struct* handle, ShadingMaster* shading, int line);
 
 // ---- functions that only the runtime has
-// --------------------------------------------------------------------------
 
 /// Opens an inner handle on a loaded design. The name is a text for messages.
 Fg_Struct* Fg_InitHandleSlaveAware(const char* name, QXdevice* device, fpga_design* design, int slave);

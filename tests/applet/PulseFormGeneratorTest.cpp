@@ -208,7 +208,6 @@ TEST_P(PulseFormGeneratorTest, UndoesAnyFailure) {
 }
 
 // ---- fit into the period
-// --------------------------------------------------------------------------------------------------------
 
 /// Eight pulses a second: 125000 us, 7812500 ticks.
 constexpr double period = 125000.0;

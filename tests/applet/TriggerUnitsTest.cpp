@@ -242,7 +242,6 @@ TEST(TriggerUnits, DebounceStepsBecomeMicroseconds) {
 TEST(TriggerUnits, APeriodOfNoTicksIsAnInfiniteFrequency) { EXPECT_EQ(trigger::frequency(0), HUGE_VAL); }
 
 // ---- the judge itself
-// -----------------------------------------------------------------------------------------------------------
 
 TEST(ExactArithmetic, RoundsHalvesToEven) {
     const Number tiny = scaled(one, -53);
