@@ -1,0 +1,153 @@
+#include "applet/AppletWrapper.h"
+#include "fuzz/FuzzInput.h"
+#include "fuzz/FuzzTarget.h"
+#include "platform/FrameGrabber.h"
+#include "simulator/Board.h"
+#include "simulator/HostCalls.h"
+#include "tests/applet/ConfigurationText.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <cstdlib>
+
+// An input is the number of the write that fails (0 for none), and the configuration file that is loaded into
+// a live applet.
+
+namespace {
+
+using kavo::fuzz::require;
+using simulator::CallKind;
+using simulator::hostCalls;
+
+constexpr int loadFailed = -5000;
+constexpr int writeFailure = -4711;
+constexpr double slowestRate = 0.0146;
+/// A longer path may be cut where a line is cut.
+constexpr std::size_t longestKeptPath = 200;
+/// The applet ignores the type code but for 64-bit types.
+constexpr int untyped = 0;
+constexpr std::size_t textCapacity = 4096;
+
+/// A parameter, and the register that carries its value.
+struct Carrier {
+    int id;
+    const char* register0;
+    const char* register1;
+    unsigned offset;
+};
+
+#define PROCESS(id, name)                                                                                    \
+    { id, "Device1_Process0_" name, "Device1_Process1_" name, 0 }
+#define TRIGGER(id, name, offset)                                                                            \
+    { id, "Device1_Process2_Trigger_TriggerCam0_" name, "Device1_Process2_Trigger_TriggerCam1_" name, offset }
+constexpr Carrier carriers[] = {
+    PROCESS(FG_GBE_CAMTYPE, "Camera1_PixelFormat"),
+    PROCESS(FG_SWAP_CHANNELS, "LAG_Swap_Swap_Value"),
+    PROCESS(FG_CAMERA_WIDTH, "LAG_CameraWidth_LineLength"),
+    PROCESS(FG_WIDTH, "Buffer_0_DRAM_A_1_XLength"),
+    PROCESS(FG_HEIGHT, "Buffer_0_DRAM_A_1_YLength"),
+    PROCESS(FG_XOFFSET, "Buffer_0_DRAM_A_1_XOffset"),
+    PROCESS(FG_YOFFSET, "Buffer_0_DRAM_A_1_YOffset"),
+    PROCESS(FG_BITALIGNMENT, "OutputFormat_FG_BITALIGNMENT_Value"),
+    TRIGGER(FG_TRIGGERIN_SRC, "InputSelect_Select_Select", 0),
+    TRIGGER(FG_TRIGGERIN_POLARITY, "InputSelect_Polarity_Invert", 0),
+    TRIGGER(FG_TRIGGERIN_DOWNSCALE, "Downscale_Downscale_Downscale", 0),
+    TRIGGER(FG_TRIGGERIN_DOWNSCALE_PHASE, "Downscale_Downscale_SelectedPulse", 1),
+    TRIGGER(FG_TRIGGERIN_BYPASS_SRC, "InputSelect_BypassSelect_Select", 0),
+    TRIGGER(FG_TRIGGEROUT_STATS_SOURCE, "OutputStatistics_Select_Select", 0),
+    TRIGGER(FG_TRIGGER_OUTPUT_EVENT_SELECT, "OutputEvent_Select_Select", 0),
+};
+#undef PROCESS
+#undef TRIGGER
+
+class LiveApplet {
+  public:
+    LiveApplet() : mBoard(simulator::Board::at(0)) {
+        mBoard.resetAndStepByHand();
+        int error = 0;
+        mHandle.Master = Std_entry(mBoard.device(), &error, 0);
+        require(mHandle.Master != nullptr, "an applet is made");
+    }
+    ~LiveApplet() { Fg_FreeGrabber(&mHandle); }
+    LiveApplet(const LiveApplet&) = delete;
+    LiveApplet& operator=(const LiveApplet&) = delete;
+
+    int load(std::string_view text) {
+        const int result = Fg_loadConfig(&mHandle, kavo::fuzz::makeFile("load.mcf", text).c_str());
+        require(Fg_getLastErrorNumber(&mHandle) == result, "the result is the last error");
+        return result;
+    }
+
+    std::string saved() {
+        const std::string path = kavo::fuzz::makeFile("saved.mcf", "");
+        require(Fg_saveConfig(&mHandle, path.c_str()) == 0, "every state can be saved");
+        return kavo::test::fileContent(path);
+    }
+
+    /// Whatever the state, the start state comes back.
+    void reset() {
+        for (const unsigned port : {0U, 1U}) {
+            // Every pulse fits the slowest rate, and then that of the start state.
+            require(Fg_setParameterWithType(&mHandle, FG_TRIGGER_FRAMESPERSECOND, &slowestRate, port,
+                                            untyped) == 0,
+                    "the slowest rate is legal");
+        }
+        require(load(freshConfiguration()) == 0 && load(freshConfiguration()) == 0, "a good file is loaded");
+        require(saved() == freshConfiguration(), "the start state comes back");
+    }
+
+    void requireTruthfulGetters() {
+        for (const Carrier& carrier : carriers) {
+            for (const unsigned port : {0U, 1U}) {
+                const auto onBoard = static_cast<std::uint32_t>(
+                    mBoard.designValue(port == 0 ? carrier.register0 : carrier.register1));
+                require(get(carrier.id, port) + carrier.offset == onBoard,
+                        "a getter tells what the board has");
+            }
+        }
+    }
+
+    bool hasLongPath() {
+        for (const unsigned port : {0U, 1U}) {
+            char path[textCapacity] = {};
+            require(Fg_getParameterWithType(&mHandle, FG_LUT_CUSTOM_FILE, path, port, untyped) == 0,
+                    "a path is told");
+            if (std::string_view(path).size() > longestKeptPath) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+  private:
+    unsigned get(int id, unsigned port) {
+        unsigned value = 0;
+        require(Fg_getParameterWithType(&mHandle, id, &value, port, untyped) == 0, "a parameter is told");
+        return value;
+    }
+
+    simulator::Board& mBoard;
+    Fg_Struct mHandle{nullptr};
+};
+
+} // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static LiveApplet applet;
+    applet.reset();
+    kavo::fuzz::FuzzInput input(data, size);
+    const long failingWrite = std::strtol(input.takeLine().c_str(), nullptr, 10);
+    if (failingWrite > 0 && failingWrite < INT32_MAX) {
+        hostCalls().failOnce(CallKind::write, static_cast<unsigned>(failingWrite), writeFailure);
+    }
+    const int result = applet.load(input.rest());
+    hostCalls().stopFailing();
+    require(result == 0 || result == loadFailed, "the result of a load");
+    if (result != 0) {
+        return 0;
+    }
+    applet.requireTruthfulGetters();
+    const std::string state = applet.saved();
+    require(applet.load(state) == 0, "what was saved can be loaded");
+    require(applet.saved() == state || applet.hasLongPath(), "loading what was saved changes nothing");
+    return 0;
+}
