@@ -40,6 +40,9 @@ std::vector<Value> valuesToTry(const RegisterInfo& record) {
     default:
         break;
     }
+    // Back again: a change of mode or state drives other parameters in the other direction.
+    const std::vector<Value> forth = values;
+    values.insert(values.end(), forth.rbegin(), forth.rend());
     return values;
 }
 
