@@ -17,6 +17,8 @@ class Arguments {
     /// Any number of texts; at least \p least.
     virtual void texts(const std::string& names, std::vector<std::string>& target, unsigned least,
                        const std::string& help) = 0;
+    /// All words from the first on that is no option of this command.
+    virtual void rest(const std::string& name, std::vector<std::string>& target, const std::string& help) = 0;
     /// One of the choices given.
     virtual void choice(const std::string& names, std::string& target,
                         const std::vector<std::string>& choices, const std::string& help) = 0;

@@ -35,6 +35,11 @@ class DeclaredArguments : public Arguments {
         else
             option->type_name(" ");
     }
+    void rest(const std::string& name, std::vector<std::string>& target, const std::string& help) override {
+        mApp.prefix_command();
+        mApp.footer(name + ": " + help);
+        mApp.final_callback([this_app = &mApp, &target] { target = this_app->remaining(); });
+    }
     void choice(const std::string& names, std::string& target, const std::vector<std::string>& choices,
                 const std::string& help) override {
         mApp.add_option(names, target, help)->check(CLI::IsMember(choices))->capture_default_str();

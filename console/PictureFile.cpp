@@ -1,11 +1,10 @@
 #include "console/PictureFile.h"
 
-#include "console/Failure.h"
 #include "console/NumberText.h"
+#include "console/WholeFile.h"
 #include "console/ZlibCompression.h"
 
 #include <array>
-#include <fstream>
 
 namespace orbctl {
 
@@ -84,11 +83,7 @@ std::string pngBytes(const GrayPicture& picture) {
 
 void writePicture(const GrayPicture& picture, PictureFormat format, const std::string& file) {
     const std::string bytes = format == PictureFormat::png ? pngBytes(picture) : pgmBytes(picture);
-    std::ofstream stream(file, std::ios::binary);
-    stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    stream.close();
-    if (!stream)
-        throw Failure(ExitStatus::notFound, file + " cannot be written");
+    writeWholeFile(file, bytes);
 }
 
 std::string extensionOf(PictureFormat format) { return format == PictureFormat::png ? "png" : "pgm"; }

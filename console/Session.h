@@ -46,6 +46,7 @@ class Session {
     /// The runtime's library, for functions that only some runtimes have.
     const HostLibrary& runtime();
     std::string appletName() const;
+    unsigned board() const { return mOptions.board; }
 
     /// Tells that commands are read from a file from now on. \return false where they already are
     bool beginScript();

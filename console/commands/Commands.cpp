@@ -13,6 +13,10 @@ const std::vector<CommandEntry>& allCommands() {
         {"registers read", "Read registers", makeRegistersReadCommand},
         {"registers write", "Write registers", makeRegistersWriteCommand},
         {"acquire", "Acquire pictures into files", makeAcquireCommand},
+        {"trigger", "Show the trigger system of a port", makeTriggerCommand},
+        {"trigger send", "Send software triggers", makeTriggerSendCommand},
+        {"trigger plot", "Draw the trigger signals over time", makeTriggerPlotCommand},
+        {"watch", "Repeat a command's output", makeWatchCommand},
         {"run", "Run commands from a file or standard input on one open board", makeRunCommand},
         {"demo", "Set both ports up, acquire pictures and tell what was done", makeDemoCommand},
     };

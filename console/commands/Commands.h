@@ -17,6 +17,10 @@ std::unique_ptr<Command> makeRegistersCommand();
 std::unique_ptr<Command> makeRegistersReadCommand();
 std::unique_ptr<Command> makeRegistersWriteCommand();
 std::unique_ptr<Command> makeAcquireCommand();
+std::unique_ptr<Command> makeTriggerCommand();
+std::unique_ptr<Command> makeTriggerSendCommand();
+std::unique_ptr<Command> makeTriggerPlotCommand();
+std::unique_ptr<Command> makeWatchCommand();
 std::unique_ptr<Command> makeDemoCommand();
 std::unique_ptr<Command> makeRunCommand();
 

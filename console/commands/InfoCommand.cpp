@@ -6,8 +6,7 @@
 #include "console/NumberText.h"
 #include "console/Session.h"
 #include "console/TextTable.h"
-
-#include <fstream>
+#include "console/WholeFile.h"
 
 namespace orbctl {
 
@@ -28,11 +27,7 @@ void saveBlock(const HostFunctions& functions, int selector, const std::string& 
     if (file.empty())
         return;
     const InfoAnswer answer = ask(functions, selector);
-    std::ofstream stream(file, std::ios::binary);
-    stream.write(static_cast<const char*>(answer.data), static_cast<std::streamsize>(answer.number));
-    stream.close();
-    if (!stream)
-        throw Failure(ExitStatus::notFound, file + " cannot be written");
+    writeWholeFile(file, std::string(static_cast<const char*>(answer.data), answer.number));
 }
 
 class InfoCommand : public Command {
