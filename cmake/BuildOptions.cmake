@@ -41,3 +41,23 @@ endif()
 
 # The house is one include tree: headers are named from the root ("platform/ErrorCodes.h").
 include_directories("${CMAKE_SOURCE_DIR}")
+
+# Calls between the applet's sources vanish when the library is linked as a whole, which halves the cost of an access.
+# The objects keep their ordinary code too, so that test programs link as usual.
+set(orbelline_whole_program OFF)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT ORBELLINE_SANITIZERS AND NOT ORBELLINE_COVERAGE
+   AND ORBELLINE_ARCHITECTURE STREQUAL "i386")
+    set(orbelline_whole_program ON)
+endif()
+
+function(orbelline_compile_for_whole_program target)
+    if(orbelline_whole_program)
+        target_compile_options(${target} PRIVATE $<$<COMPILE_LANGUAGE:CXX>:-flto;-ffat-lto-objects>)
+    endif()
+endfunction()
+
+function(orbelline_link_as_whole_program target)
+    if(orbelline_whole_program)
+        target_link_options(${target} PRIVATE -flto=2)
+    endif()
+endfunction()
