@@ -14,6 +14,8 @@ class Arguments {
 
     virtual void flag(const std::string& names, bool& target, const std::string& help) = 0;
     virtual void text(const std::string& names, std::string& target, const std::string& help) = 0;
+    /// A text that has to be given.
+    virtual void requiredText(const std::string& names, std::string& target, const std::string& help) = 0;
     /// Any number of texts; at least \p least.
     virtual void texts(const std::string& names, std::vector<std::string>& target, unsigned least,
                        const std::string& help) = 0;

@@ -25,6 +25,10 @@ class DeclaredArguments : public Arguments {
     void text(const std::string& names, std::string& target, const std::string& help) override {
         markPositional(mApp.add_option(names, target, help));
     }
+    void requiredText(const std::string& names, std::string& target, const std::string& help) override {
+        CLI::Option* const option = mApp.add_option(names, target, help)->required();
+        markPositional(option);
+    }
     void texts(const std::string& names, std::vector<std::string>& target, unsigned least,
                const std::string& help) override {
         CLI::Option* option = mApp.add_option(names, target, help);

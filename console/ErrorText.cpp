@@ -104,6 +104,20 @@ std::string meaningOf(int code) {
 
 std::string withCode(int code) { return meaningOf(code) + inBrackets(code); }
 
+ExitStatus statusOfFileError(int code) {
+    const bool isMissing = code == kavo::error::fileNotFound || code == kavo::error::fileAccessFailed;
+    return isMissing ? ExitStatus::notFound : ExitStatus::refused;
+}
+
+std::string contradictionOf(const Parameter& parameter, const ParameterValue& value) {
+    const double number = numberOf(value);
+    const bool isUnknownEntry = parameter.kind == ValueKind::enumeration && !hasEntry(parameter, number);
+    if (isUnknownEntry || (parameter.hasLimits && !isInsideLimits(parameter, number)))
+        return plainText(parameter, value) + outOfRangeReason(parameter, number);
+    const bool isOffStep = hasStep(parameter) && !parameter.isFloating() && !isOnStep(parameter, number);
+    return isOffStep ? plainText(parameter, value) + offStepReason(parameter, number) : "";
+}
+
 std::string refusedWrite(const Parameter& parameter, const ParameterValue& value, int code) {
     const std::string subject = parameter.name + ": " + plainText(parameter, value);
     if (code == kavo::error::notAvailable)

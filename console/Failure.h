@@ -9,6 +9,7 @@ namespace orbctl {
 enum class ExitStatus {
     done = 0,
     refused = 1,      ///< the applet, the runtime or the board said no
+    different = 1,    ///< a comparison found differences
     usage = 2,        ///< the command line cannot be understood
     notFound = 3,     ///< a parameter, file, library or board does not exist or cannot be opened
     interrupted = 130 ///< stopped by Ctrl-C, cleanly

@@ -54,6 +54,12 @@ struct HostFunctions {
     HostFunction<decltype(Fg_setParameterWithType)> setParameter{"Fg_setParameterWithType"};
     HostFunction<decltype(Fg_getParameterWithType)> getParameter{"Fg_getParameterWithType"};
 
+    HostFunction<decltype(Fg_saveConfig)> saveConfiguration{"Fg_saveConfig"};
+    HostFunction<decltype(Fg_loadConfig)> loadConfiguration{"Fg_loadConfig"};
+    HostFunction<decltype(Fg_getParameterInfoXML)> parameterXml{"Fg_getParameterInfoXML"};
+    HostFunction<decltype(Fg_getEventMask)> eventMask{"Fg_getEventMask"};
+    HostFunction<decltype(Fg_getEventName)> eventName{"Fg_getEventName"};
+
     HostFunction<decltype(Fg_CreateImageMemory)> createImageMemory{"Fg_CreateImageMemory"};
     HostFunction<decltype(Fg_ReleaseImageMemory)> releaseImageMemory{"Fg_ReleaseImageMemory"};
     HostFunction<decltype(Fg_AcquireEx)> acquire{"Fg_AcquireEx"};
@@ -65,7 +71,8 @@ struct HostFunctions {
     void bind(const HostLibrary& library) {
         bindAll(library, openBoard, appletLibrary, freeGrabber, lastError, info, parameterCount,
                 parameterName, parameterIdByName, parameterInfo, setParameter, getParameter,
-                createImageMemory, releaseImageMemory, acquire, stopAcquire, lastPicture, waitForPicture);
+                saveConfiguration, loadConfiguration, parameterXml, eventMask, eventName, createImageMemory,
+                releaseImageMemory, acquire, stopAcquire, lastPicture, waitForPicture);
     }
 
   private:

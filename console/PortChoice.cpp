@@ -2,6 +2,7 @@
 
 #include "console/AppletHandle.h"
 #include "console/Arguments.h"
+#include "console/Failure.h"
 #include "console/NumberText.h"
 
 namespace orbctl {
@@ -16,6 +17,13 @@ std::vector<unsigned> PortChoice::ports() const {
         if (mText == "both" || mText == textOf(std::uint64_t{port}))
             ports.push_back(port);
     return ports;
+}
+
+unsigned PortChoice::onlyPort(const std::string& reason) const {
+    const std::vector<unsigned> chosen = ports();
+    if (chosen.size() > 1)
+        throw Failure(ExitStatus::usage, reason + "; give --port 0 or --port 1");
+    return chosen.front();
 }
 
 std::string portPrefix(const std::vector<unsigned>& ports, unsigned port) {

@@ -15,6 +15,10 @@ class PortChoice {
 
     void declare(Arguments& arguments);
     std::vector<unsigned> ports() const;
+    /// For what concerns a single port.
+    /// \param reason  why both cannot be meant
+    /// \throws Failure  (usage)
+    unsigned onlyPort(const std::string& reason) const;
 
   private:
     std::string mText;

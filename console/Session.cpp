@@ -21,6 +21,8 @@ std::string Session::appletName() const { return appletFile(mOptions.applet); }
 AppletHandle& Session::applet() {
     if (!mApplet) {
         auto opened = std::make_unique<AppletHandle>(runtime(), appletName(), mOptions.board, mOptions.slave);
+        if (mKeepsStartValues && !mOptions.slave)
+            mStartValues.emplace(*opened);
         for (const std::string& text : mOptions.settings) {
             const PortSetting setting = portSettingFrom(text);
             applySettings(*opened, setting.ports, {setting.setting});
@@ -33,6 +35,16 @@ AppletHandle& Session::applet() {
 HostLibrary Session::openAppletLibrary() {
     runtime();
     return HostLibrary::open(appletName(), "applet");
+}
+
+const ParameterSnapshot& Session::startValues() {
+    applet();
+    if (mOptions.slave)
+        throw Failure(ExitStatus::refused,
+                      "a slave shares the board as it is: its start values are not known");
+    if (!mStartValues)
+        throw Failure(ExitStatus::refused, "the start values were not recorded when the board was opened");
+    return *mStartValues;
 }
 
 bool Session::beginScript() { return !std::exchange(mIsScripted, true); }

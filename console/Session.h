@@ -2,9 +2,11 @@
 
 #include "console/AppletHandle.h"
 #include "console/HostLibrary.h"
+#include "console/ParameterSnapshot.h"
 #include "console/Terminal.h"
 
 #include <memory>
+#include <optional>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -48,8 +50,16 @@ class Session {
     std::string appletName() const;
     unsigned board() const { return mOptions.board; }
 
-    /// Tells that commands are read from a file from now on. \return false where they already are
+    /// Tells that commands are read from a file from now on.
+    /// \return false where they already are
     bool beginScript();
+
+    /// Has the values with which a board starts recorded when it is opened; without effect on one that is
+    /// open.
+    void keepStartValues() { mKeepsStartValues = true; }
+    /// What the parameters had right after the board was opened as master, before any setting.
+    /// \throws Failure (refused) where they were not recorded, or the board is shared as it is
+    const ParameterSnapshot& startValues();
 
     /// Makes the board's registers parameters too; without effect once the board is open.
     static void offerRegisters();
@@ -61,6 +71,8 @@ class Session {
     std::vector<HostLibrary> mCompanions;
     std::unique_ptr<AppletHandle> mApplet;
     bool mIsScripted = false;
+    bool mKeepsStartValues = false;
+    std::optional<ParameterSnapshot> mStartValues;
 };
 
 } // namespace orbctl

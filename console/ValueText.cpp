@@ -146,6 +146,11 @@ std::string readableText(const Parameter& parameter, const Reading& reading) {
                             : "error " + textOf(std::int64_t{reading.code});
 }
 
+std::string textWithUnit(const Parameter& parameter, const Reading& reading) {
+    const bool hasUnit = reading.isGood() && !parameter.unit.empty();
+    return readableText(parameter, reading) + (hasUnit ? " " + parameter.unit : "");
+}
+
 std::string categoryText(const Parameter& parameter) {
     std::string text;
     for (const std::string& group : parameter.category)

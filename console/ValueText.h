@@ -8,8 +8,9 @@
 namespace orbctl {
 
 /// Reads the user's text as a value of the parameter: whole numbers decimal or hexadecimal, enumeration
-/// entries by symbol, display name or number, texts as they are. Whether the value is in range is left to the
-/// applet. \throws Failure (usage) where the text can be no value of this kind
+/// entries by symbol, display name or number, texts as they are. Whether the value is in range is left to
+/// the applet.
+/// \throws Failure  (usage) where the text can be no value of this kind
 ParameterValue valueFrom(const Parameter& parameter, std::string_view text);
 
 /// The value alone, as valueFrom takes it back: "FG_GRAY", "1024", "0.5".
@@ -18,6 +19,8 @@ std::string plainText(const Parameter& parameter, const ParameterValue& value);
 std::string readableText(const Parameter& parameter, const ParameterValue& value);
 /// The value for people, or "error -2070" for a failed read.
 std::string readableText(const Parameter& parameter, const Reading& reading);
+/// The same with the parameter's unit: "1.008 us".
+std::string textWithUnit(const Parameter& parameter, const Reading& reading);
 /// "Trigger / Trigger Input / External".
 std::string categoryText(const Parameter& parameter);
 /// What the parameter takes: "16 .. 4096, step 16", "FG_GRAY, FG_GRAY16"; empty where nothing is told.

@@ -25,10 +25,7 @@ bool isIn(const Parameter& parameter, const std::string& category) {
 }
 
 std::string valueCell(const Parameter& parameter, const Reading& reading) {
-    if (parameter.isField())
-        return "...";
-    const std::string unit = reading.isGood() && !parameter.unit.empty() ? " " + parameter.unit : "";
-    return readableText(parameter, reading) + unit;
+    return parameter.isField() ? "..." : textWithUnit(parameter, reading);
 }
 
 /// The range on one line; a long enumeration only begins, describe has all of it.

@@ -24,6 +24,7 @@ class RunCommand : public Command {
     ExitStatus run(Session& session) override {
         if (!session.beginScript())
             throw Failure(ExitStatus::usage, "run cannot be used inside a file that is run");
+        session.keepStartValues();
         if (mFile == "-")
             return runLines(std::cin, session);
         std::ifstream stream(mFile);
