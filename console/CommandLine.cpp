@@ -41,6 +41,7 @@ class DeclaredArguments : public Arguments {
     }
     void rest(const std::string& name, std::vector<std::string>& target, const std::string& help) override {
         mApp.prefix_command();
+        mApp.fallthrough(false);
         mApp.footer(name + ": " + help);
         mApp.final_callback([this_app = &mApp, &target] { target = this_app->remaining(); });
     }

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <regex>
 #include <set>
 #include <sstream>
@@ -41,9 +42,41 @@ Names commands() {
     return matches(help.substr(help.find("Subcommands:")), "\n  ([a-z]+) ");
 }
 
+/// Words of a command line: "lut plot" gives two.
+std::vector<std::string> wordsOf(const std::string& command) {
+    std::istringstream stream(command);
+    return {std::istream_iterator<std::string>(stream), {}};
+}
+
+std::string helpOf(const std::string& command) {
+    std::vector<std::string> words = wordsOf(command);
+    words.push_back("--help");
+    return orbctl(words).output;
+}
+
+/// Every command, those below another too.
+Names allCommands() {
+    Names all = commands();
+    for (const std::string& command : commands()) {
+        const std::string help = helpOf(command);
+        const std::size_t below = help.find("\nSubcommands:");
+        if (below != std::string::npos)
+            for (const std::string& name : matches(help.substr(below + 1), "\n  ([a-z]+) "))
+                all.insert(command + " " + name);
+    }
+    return all;
+}
+
 Names longOptionsOf(const std::string& command) {
-    Names names = matches(orbctl({command, "--help"}).output, "(--[a-z-]+)[ \n]");
+    Names names = matches(helpOf(command), "(--[a-z-]+)[ \n]");
     names.erase("--help");
+    return names;
+}
+
+/// Each option as the help page begins its line: "-p,--port" or "--json".
+Names optionsOf(const std::string& command) {
+    Names names = matches(helpOf(command), "\n  ((?:-[a-z],)?--[a-z-]+)");
+    names.erase("-h,--help");
     return names;
 }
 
@@ -51,9 +84,17 @@ Names longOptionsOf(const std::string& command) {
 
 TEST(Packaging, CompletionKnowsEveryCommand) { EXPECT_EQ(completions({""}), commands()); }
 
+TEST(Packaging, CompletionKnowsTheCommandsBelowACommand) {
+    EXPECT_EQ(completions({"registers", ""}), (Names{"read", "write"}));
+    EXPECT_EQ(completions({"trigger", ""}), (Names{"plot", "send"}));
+    EXPECT_EQ(completions({"lut", ""}), (Names{"load", "plot", "save", "set", "show"}));
+}
+
 TEST(Packaging, CompletionKnowsEveryOptionOfEveryCommand) {
-    for (const std::string& command : commands()) {
-        Names offered = completions({command, "--"});
+    for (const std::string& command : allCommands()) {
+        std::vector<std::string> words = wordsOf(command);
+        words.push_back("--");
+        Names offered = completions(words);
         for (const char* const global :
              {"--help", "--version", "--runtime", "--applet", "--board", "--slave", "--set"})
             EXPECT_EQ(offered.erase(global), 1U) << command << global;
@@ -77,16 +118,15 @@ TEST(Packaging, CompletionOffersSettingsAndPorts) {
 TEST(Packaging, ManualPageTellsEveryCommandAndOption) {
     std::string page = kavo::test::fileContent(ORBELLINE_MANUAL_PAGE);
     page.erase(std::remove(page.begin(), page.end(), '\\'), page.end());
-    for (const std::string& command : commands()) {
-        EXPECT_NE(page.find(".B " + command), std::string::npos) << command;
-        for (const std::string& option : longOptionsOf(command)) {
-            const std::string shortForm = option == "--port" ? "-fIport" : option;
-            const bool isShownShort = option == "--port" || option == "--category" || option == "--count" ||
-                                      option == "--out" || option == "--format" || option == "--value" ||
-                                      option == "--keep-going";
-            if (!isShownShort) {
-                EXPECT_NE(page.find(option), std::string::npos) << command << " " << option;
-            }
+    for (const std::string& command : allCommands()) {
+        const bool isAlone = page.find(".B " + command + " ") != std::string::npos;
+        const bool isAbove = page.find(".B " + command + "\n") != std::string::npos;
+        EXPECT_TRUE(isAlone || isAbove) << command;
+        for (const std::string& option : optionsOf(command)) {
+            const bool hasShortForm = option[1] != '-';
+            EXPECT_NE(page.find("fB" + option.substr(0, hasShortForm ? 2 : std::string::npos) + "fR"),
+                      std::string::npos)
+                << command << " " << option;
         }
     }
 }
