@@ -5,6 +5,7 @@
 #include "tests/support/AppletOnBoard.h"
 #include "tests/support/ExternalDesign.h"
 #include "tests/support/LibraryCalls.h"
+#include "tests/support/ScopedEnvironment.h"
 
 #include <algorithm>
 
@@ -98,6 +99,26 @@ TEST_F(ApplicationCreatesTheApplet, AMasterAppliesTheDefaultsBehindTheSafeState)
     // The first default is the time-out, the runtime's own parameter; the next the camera type.
     EXPECT_EQ(writes[safe.size()], (RecordedWrite{"FG_TIMEOUT", 1000000, 0, 0}));
     EXPECT_EQ(writes[safe.size() + 1].name.rfind("Device1_Process0_", 0), 0U);
+}
+
+TEST_F(ApplicationCreatesTheApplet, TablesAreFilledThenIdsResolvedThenParametersRegistered) {
+    const kavo::test::ScopedEnvironment registers("KAVO_ENABLE_DRA", "1");
+    const std::vector<Call> calls = callsOfCreation(1);
+    const auto first = [&](const std::string& function) {
+        return std::find_if(calls.begin(), calls.end(),
+                            [&](const Call& call) { return call.function == function; }) -
+               calls.begin();
+    };
+    const auto last = [&](const std::string& function) {
+        const auto found = std::find_if(calls.rbegin(), calls.rend(),
+                                        [&](const Call& call) { return call.function == function; });
+        return calls.rend() - found - 1;
+    };
+    EXPECT_LT(first("Fg_InitHandleSlaveAware"), first("QelGetNrOfRegister"));
+    EXPECT_LT(first("QelGetNrOfRegister"), first("QelGetEvent")) << "names come before events";
+    EXPECT_LT(last("QelGetEvent"), first("Fg_getParameterIdByName"));
+    EXPECT_LT(last("Fg_getParameterIdByName"), first("QelGetRegisterBitRange"));
+    EXPECT_LT(last("QelGetRegisterBitRange"), first("Fg_setParameterWithType"));
 }
 
 TEST_F(ApplicationCreatesTheApplet, EverySlaveFlagButZeroMakesASlave) {

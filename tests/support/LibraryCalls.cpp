@@ -25,19 +25,22 @@ bool& librariesAreMissing() {
 
 using kavo::test::libraryCalls;
 
+/// The linker sees the wrapped names in shared libraries too, which could not refer to hidden functions.
+#define EXPORTED __attribute__((visibility("default")))
+
 // The linker passes the wrapped functions' calls from this program's objects to __wrap_ and gives the
 // system's own as __real_.
 extern "C" {
 
-void* __real_dlopen(const char* file, int mode);
-void* __real_dlsym(void* library, const char* name);
-int __real_dlclose(void* library);
-char* __real_setlocale(int category, const char* name);
+EXPORTED void* __real_dlopen(const char* file, int mode);
+EXPORTED void* __real_dlsym(void* library, const char* name);
+EXPORTED int __real_dlclose(void* library);
+EXPORTED char* __real_setlocale(int category, const char* name);
 
-void* __wrap_dlopen(const char* file, int mode);
-void* __wrap_dlsym(void* library, const char* name);
-int __wrap_dlclose(void* library);
-char* __wrap_setlocale(int category, const char* name);
+EXPORTED void* __wrap_dlopen(const char* file, int mode);
+EXPORTED void* __wrap_dlsym(void* library, const char* name);
+EXPORTED int __wrap_dlclose(void* library);
+EXPORTED char* __wrap_setlocale(int category, const char* name);
 
 void* __wrap_dlopen(const char* file, int mode) {
     libraryCalls().push_back("open " + std::string(file) + ' ' + std::to_string(mode));
