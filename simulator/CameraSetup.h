@@ -28,7 +28,7 @@ struct CameraSetup {
     std::uint64_t readoutTicks = 125000;
     /// Time from one exposure to the next of a camera that runs free, in ticks of 16 ns; 0: the camera waits
     /// for the action commands of the trigger system.
-    std::uint64_t freeRunningTicks = 2500000;
+    std::uint64_t freeRunningTicks = 0;
     /// A camera that is switched off or unplugged takes no trigger and sends nothing.
     bool connected = true;
     /// Folder of PGM and PNG files that the camera shows one after another in the order of their names,
