@@ -22,13 +22,14 @@ std::string singleLine(const std::string& options, const std::string& text) {
 }
 
 #if defined(ORBELLINE_FORTIFIED)
-/// The compiler's calls for the C++ sources that the library is made of.
+/// The compiler's calls for the objects that the library is made of; other programs compile some of its
+/// sources again, in their own way.
 std::vector<std::string> productCommands() {
     std::vector<std::string> commands;
-    for (const std::string& line : outputLines("cat '" ORBELLINE_COMPILE_COMMANDS "'")) {
+    for (const std::string& line : linesWith(fileLines(ORBELLINE_COMPILE_COMMANDS), "\"command\":")) {
         for (const std::string folder : {"applet", "appletwrappers-baselib", "grabber_basis", "templates"}) {
-            const bool isCommand = line.find("\"command\":") != std::string::npos;
-            if (isCommand && line.find(" -c " ORBELLINE_SOURCE "/" + folder + "/") != std::string::npos) {
+            const bool isCPlusPlus = line.find(" -std=c++17 ") != std::string::npos;
+            if (isCPlusPlus && line.find(" -o " + folder + "/CMakeFiles/") != std::string::npos) {
                 commands.push_back(line);
             }
         }

@@ -10,6 +10,19 @@
 
 namespace orbelline::tests {
 
+namespace {
+
+std::vector<std::string> linesOf(const std::string& text) {
+    std::vector<std::string> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);) {
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+} // namespace
+
 std::vector<std::string> outputLines(const std::string& command) {
     FILE* pipe = popen(("LC_ALL=C " + command).c_str(), "r");
     if (pipe == nullptr) {
@@ -24,12 +37,7 @@ std::vector<std::string> outputLines(const std::string& command) {
     if (pclose(pipe) != 0) {
         throw std::runtime_error("failed: " + command);
     }
-    std::vector<std::string> lines;
-    std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);) {
-        lines.push_back(line);
-    }
-    return lines;
+    return linesOf(text);
 }
 
 std::vector<std::string> words(const std::string& line) {
@@ -43,6 +51,8 @@ std::vector<std::string> linesWith(const std::vector<std::string>& lines, const 
                  [&text](const std::string& line) { return line.find(text) != std::string::npos; });
     return found;
 }
+
+std::vector<std::string> fileLines(const std::string& path) { return linesOf(fileBytes(path)); }
 
 std::string fileBytes(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
