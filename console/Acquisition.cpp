@@ -29,6 +29,16 @@ Reading readNamed(const AppletHandle& applet, const ParameterCatalogue& catalogu
     return reading;
 }
 
+/// The likeliest reason for a picture that does not come.
+std::string triggerHint(const AppletHandle& applet, unsigned port) {
+    const ParameterCatalogue catalogue(applet, port);
+    const Parameter* const state = catalogue.findName("FG_TRIGGERSTATE");
+    const Reading reading = state == nullptr ? Reading{-1, {}} : readParameter(applet, *state);
+    if (!reading.isGood() || plainText(*state, reading.value) == "TS_ACTIVE")
+        return "";
+    return "; the trigger system is stopped (FG_TRIGGERSTATE is " + plainText(*state, reading.value) + ")";
+}
+
 } // namespace
 
 PictureGeometry geometryOf(const AppletHandle& applet, unsigned port) {
@@ -52,6 +62,7 @@ PictureBatch::PictureBatch(const AppletHandle& applet, unsigned port, const Pict
     mMemory = host.createImageMemory(applet.handle(), pictures.data(), count, geometry.bytes());
     if (mMemory == nullptr)
         throw Failure(ExitStatus::refused, portText(port) + ": the runtime gives no image memory");
+    mStart = Clock::now();
     const int code =
         host.acquire(applet.handle(), static_cast<int>(port), static_cast<int>(count), 0, mMemory);
     if (code < 0) {
@@ -135,7 +146,8 @@ void Acquisition::failTimeout() const {
         if (!batch->isComplete())
             throw Failure(ExitStatus::refused, portText(batch->port()) + ": picture " +
                                                    textOf(std::uint64_t{mDone} + batch->arrived() + 1) +
-                                                   " did not come within " + textOf(mTimeout) + " s");
+                                                   " did not come within " + textOf(mTimeout) + " s" +
+                                                   triggerHint(mApplet, batch->port()));
     throw Failure(ExitStatus::refused, "no picture came");
 }
 

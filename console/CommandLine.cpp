@@ -123,6 +123,8 @@ void declareGlobalOptions(CLI::App& app, GlobalOptions& options) {
            "--applet", options.applet,
            "Applet library (default: the one built beside this program, or the loader's libOrbelline.so)")
         ->envname("ORBELLINE_APPLET");
+    app.add_option("--scene", options.scene, "File with cameras and inputs for a board in software")
+        ->envname(sceneVariable);
     app.add_option("--board", options.board, "Board number")->capture_default_str();
     app.add_flag("--slave", options.slave, "Share a board that another program opened; sets no defaults");
     app.add_option(

@@ -8,6 +8,8 @@
 
 namespace orbctl {
 
+const char* const sceneVariable = "ORBELLINE_BOARD_SCENE";
+
 const HostLibrary& Session::runtime() {
     if (!mRuntime.isOpen()) {
         mRuntime = HostLibrary::open(runtimeFile(mOptions.runtime), "runtime");
@@ -20,6 +22,8 @@ std::string Session::appletName() const { return appletFile(mOptions.applet); }
 
 AppletHandle& Session::applet() {
     if (!mApplet) {
+        if (!mOptions.scene.empty())
+            setenv(sceneVariable, mOptions.scene.c_str(), 1);
         auto opened = std::make_unique<AppletHandle>(runtime(), appletName(), mOptions.board, mOptions.slave);
         if (mKeepsStartValues && !mOptions.slave)
             mStartValues.emplace(*opened);

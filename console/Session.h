@@ -13,10 +13,14 @@
 
 namespace orbctl {
 
+/// The environment variable by which a board in software finds its scene.
+extern const char* const sceneVariable;
+
 /// What the options before the command say.
 struct GlobalOptions {
     std::string runtime; ///< file; empty: the default
     std::string applet;  ///< file; empty: the default
+    std::string scene;   ///< file that sets up a board in software; empty: the board as it is
     unsigned board = 0;
     bool slave = false;
     std::vector<std::string> settings; ///< "NAME=VALUE", applied when the board is opened
@@ -49,6 +53,9 @@ class Session {
     const HostLibrary& runtime();
     std::string appletName() const;
     unsigned board() const { return mOptions.board; }
+    const std::string& scene() const { return mOptions.scene; }
+    /// Sets the scene of a board in software; without effect once the board is open.
+    void useScene(const std::string& file) { mOptions.scene = file; }
 
     /// Tells that commands are read from a file from now on.
     /// \return false where they already are

@@ -96,7 +96,7 @@ TEST(Packaging, CompletionKnowsEveryOptionOfEveryCommand) {
         words.push_back("--");
         Names offered = completions(words);
         for (const char* const global :
-             {"--help", "--version", "--runtime", "--applet", "--board", "--slave", "--set"})
+             {"--help", "--version", "--runtime", "--applet", "--scene", "--board", "--slave", "--set"})
             EXPECT_EQ(offered.erase(global), 1U) << command << global;
         EXPECT_EQ(offered, longOptionsOf(command)) << command;
     }
