@@ -6,24 +6,15 @@
 #include "tests/support/Creation.h"
 #include "tests/support/ScopedEnvironment.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/XmlDescription.h"
 
 #include <algorithm>
 #include <cstdlib>
 
 using kavo::test::fileContent;
+using kavo::test::xmlDescription;
 
 namespace {
-
-std::string xmlOf(Fg_Struct* handle, int port) {
-    unsigned size = 0;
-    EXPECT_EQ(Fg_getParameterInfoXML(handle, port, nullptr, &size), 0);
-    std::string text(size, '#');
-    EXPECT_EQ(Fg_getParameterInfoXML(handle, port, text.data(), &size), 0);
-    EXPECT_EQ(size, text.size());
-    EXPECT_EQ(text.back(), '\0');
-    text.pop_back();
-    return text;
-}
 
 std::string goldenFile(int port) {
     return fileContent(std::string(GOLDEN_FILES) + "/description-port" + std::to_string(port) + ".xml");
@@ -53,7 +44,7 @@ testing::AssertionResult same(const std::string& text, const std::string& expect
 
 class XmlGolden : public OnBothPorts {
   protected:
-    std::string xml() { return xmlOf(applet.handle(), port()); }
+    std::string xml() { return xmlDescription(applet.handle(), port()); }
     std::string golden = goldenFile(port());
 };
 FOR_BOTH_PORTS(XmlGolden);
@@ -85,7 +76,7 @@ TEST_P(XmlGolden, MovedLimitsAreShownOnTheirPortOnly) {
     expected = replaced(expected, integerNode("FG_TRIGGERIN_DOWNSCALE_PHASE"), "Max", "4294967294");
     expected = replaced(expected, integerNode("FG_TRIGGERIN_DOWNSCALE"), "Min", "7");
     EXPECT_TRUE(same(xml(), expected));
-    EXPECT_TRUE(same(xmlOf(applet.handle(), otherPort()), goldenFile(otherPort())));
+    EXPECT_TRUE(same(xmlDescription(applet.handle(), otherPort()), goldenFile(otherPort())));
 }
 
 TEST_P(XmlGolden, TheControlsOfTheOtherLookupTableTypeAreReadOnly) {
@@ -125,13 +116,13 @@ TEST_P(XmlGolden, ItIsWellFormed) {
 TEST_P(XmlGolden, RegistersStayOutOfIt) {
     const kavo::test::ScopedEnvironment registers("KAVO_ENABLE_DRA", "1");
     kavo::test::Creation creation;
-    EXPECT_TRUE(same(xmlOf(creation.handle(), port()), golden));
+    EXPECT_TRUE(same(xmlDescription(creation.handle(), port()), golden));
 }
 
 TEST_P(XmlGolden, InspectedParametersComeFirst) {
     const kavo::test::ScopedEnvironment inspected("KAVO_ENABLE_DQXA", "1");
     kavo::test::Creation creation;
-    const std::string text = xmlOf(creation.handle(), port());
+    const std::string text = xmlDescription(creation.handle(), port());
     const std::size_t opening = golden.find(".xsd\">\n") + 7;
     EXPECT_EQ(text.substr(0, opening), golden.substr(0, opening));
     EXPECT_EQ(text.find("<IntReg Name=\"DQXA_"), opening);
