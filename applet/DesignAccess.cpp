@@ -1,6 +1,7 @@
 // What the handlers have in common: access to design parameters through the runtime, caches, registry limits.
 
 #include "applet/AppletWrapper.h"
+#include "grabber_basis/SharedField.h"
 
 #include <cstring>
 
@@ -102,18 +103,18 @@ RegisterInfo* FgQxWrapperImpl::description(int port, int id) const {
 
 void FgQxWrapperImpl::setLowerLimit(int port, int id, unsigned from) {
     if (RegisterInfo* record = description(port, id); record != nullptr) {
-        record->u.uiReg.from = from;
+        kavo::shared::store(record->u.uiReg.from, from);
     }
 }
 
 void FgQxWrapperImpl::setUpperLimit(int port, int id, unsigned to) {
     if (RegisterInfo* record = description(port, id); record != nullptr) {
-        record->u.uiReg.to = to;
+        kavo::shared::store(record->u.uiReg.to, to);
     }
 }
 
 void FgQxWrapperImpl::setAccess(int port, int id, int flags) {
     if (RegisterInfo* record = description(port, id); record != nullptr) {
-        record->accessFlags = flags;
+        kavo::shared::store(record->accessFlags, flags);
     }
 }

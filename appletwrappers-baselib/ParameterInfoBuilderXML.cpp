@@ -4,6 +4,7 @@
 #include "appletwrappers-baselib/FgQxWrapper.h"
 #include "appletwrappers-baselib/ParameterInfoGeneratorXML.h"
 #include "appletwrappers-baselib/XmlFilters.h"
+#include "grabber_basis/SharedField.h"
 #include "platform/ErrorCodes.h"
 #include "platform/ParameterIds.h"
 
@@ -69,7 +70,8 @@ class ParameterInfoBuilderXMLPrivate {
         switch (entry.format) {
         case REG_FORMAT_UINT: {
             const UIntReg& limits = entry.u.uiReg;
-            generator.infoGenerate(node(entry), limits.from, limits.to, limits.steps);
+            generator.infoGenerate(node(entry), kavo::shared::load(limits.from),
+                                   kavo::shared::load(limits.to), limits.steps);
             return true;
         }
         case REG_FORMAT_INT: {

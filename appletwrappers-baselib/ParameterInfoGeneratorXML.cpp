@@ -1,6 +1,7 @@
 #include "appletwrappers-baselib/ParameterInfoGeneratorXML.h"
 
 #include "appletwrappers-baselib/XmlFilters.h"
+#include "grabber_basis/SharedField.h"
 
 namespace {
 
@@ -74,7 +75,7 @@ void ParameterInfoGeneratorXML::registerPart(const RegisterInfo& info, std::size
         mText << "<Address>" << info.id << "</Address>\n";
     }
     mText << "<Length>" << length << "</Length>\n"
-          << "<AccessMode>" << accessMode(info.accessFlags) << "</AccessMode>\n"
+          << "<AccessMode>" << accessMode(kavo::shared::load(info.accessFlags)) << "</AccessMode>\n"
           << "<pPort>DevicePort</pPort>\n";
 }
 
