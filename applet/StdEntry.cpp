@@ -22,6 +22,25 @@ fpga_design* loadDesign() {
                : QelLoadDesignFromBuffer(rawQelData, rawQelDataSize, 1);
 }
 
+/// Frees the inner handle of a wrapper when its creation ends in an exception.
+class InnerHandleGuard {
+  public:
+    explicit InnerHandleGuard(const FgQxWrapper& wrapper) : mWrapper(wrapper) {}
+    ~InnerHandleGuard() {
+        const auto freeGrabber = mWrapper.wrapperFg().DLL_Fg_FreeGrabber;
+        if (!mIsKept && freeGrabber != nullptr) {
+            freeGrabber(mWrapper.grabcoreFg());
+        }
+    }
+    InnerHandleGuard(const InnerHandleGuard&) = delete;
+    InnerHandleGuard& operator=(const InnerHandleGuard&) = delete;
+    void keep() { mIsKept = true; }
+
+  private:
+    const FgQxWrapper& mWrapper;
+    bool mIsKept = false;
+};
+
 } // namespace
 
 extern "C" __attribute__((visibility("default"))) void* Std_entry(QXdevice* device, int* errorCode,
@@ -50,6 +69,7 @@ extern "C" __attribute__((visibility("default"))) void* Std_entry(QXdevice* devi
         return nullptr;
     }
     wrapper->initHandles(device, design);
+    InnerHandleGuard innerHandle(*wrapper);
     wrapper->initInternalMaps();
     wrapper->retrieveIds();
     static_cast<FgQxWrapper&>(*wrapper).createUserParameters();
@@ -57,5 +77,6 @@ extern "C" __attribute__((visibility("default"))) void* Std_entry(QXdevice* devi
     if (slave == 0) {
         wrapper->setDefaultValues();
     }
+    innerHandle.keep();
     return static_cast<FgQxWrapper*>(wrapper.release());
 }
