@@ -1,24 +1,44 @@
 #include "tests/support/AllocationFaults.h"
 
+#include <atomic>
 #include <cstdlib>
+#include <malloc.h>
 #include <new>
 
 namespace {
 
-constexpr int never = -1;
-thread_local int successesLeft = never;
+constexpr long never = -1;
+thread_local long successesLeft = never;
+thread_local bool staysShort = false;
+thread_local bool hasFailed = false;
+thread_local int pauses = 0;
 thread_local long allocations = 0;
 
-void* allocate(std::size_t size) noexcept {
-    if (successesLeft == 0) {
-        successesLeft = never;
-        return nullptr;
+std::atomic<long> liveBlocks{0};
+std::atomic<long> liveBytes{0};
+
+bool isRefused() {
+    if (pauses > 0 || successesLeft == never) {
+        return false;
     }
     if (successesLeft > 0) {
         --successesLeft;
+        return false;
     }
-    ++allocations;
-    return std::malloc(size > 0 ? size : 1);
+    hasFailed = true;
+    successesLeft = staysShort ? 0 : never;
+    return true;
+}
+
+void* allocate(std::size_t size) noexcept {
+    if (isRefused()) {
+        return nullptr;
+    }
+    allocations += pauses > 0 ? 0 : 1;
+    void* const memory = std::malloc(size > 0 ? size : 1);
+    liveBlocks.fetch_add(1, std::memory_order_relaxed);
+    liveBytes.fetch_add(static_cast<long>(malloc_usable_size(memory)), std::memory_order_relaxed);
+    return memory;
 }
 
 void* allocateOrThrow(std::size_t size) {
@@ -29,15 +49,32 @@ void* allocateOrThrow(std::size_t size) {
     return memory;
 }
 
+void release(void* memory) noexcept {
+    if (memory != nullptr) {
+        liveBlocks.fetch_sub(1, std::memory_order_relaxed);
+        liveBytes.fetch_sub(static_cast<long>(malloc_usable_size(memory)), std::memory_order_relaxed);
+        std::free(memory);
+    }
+}
+
 } // namespace
 
 namespace kavo::test {
 
-AllocationFault::AllocationFault(int successes) { successesLeft = successes; }
+AllocationFault::AllocationFault(long successes, Duration duration) {
+    hasFailed = false;
+    staysShort = duration == Duration::forEver;
+    successesLeft = successes;
+}
 AllocationFault::~AllocationFault() { successesLeft = never; }
-bool AllocationFault::hasHappened() const { return successesLeft == never; }
+bool AllocationFault::hasHappened() const { return hasFailed; }
+
+AllocationPause::AllocationPause() { ++pauses; }
+AllocationPause::~AllocationPause() { --pauses; }
 
 long allocationCount() { return allocations; }
+
+LiveMemory liveMemory() { return {liveBlocks, liveBytes}; }
 
 } // namespace kavo::test
 
@@ -45,9 +82,9 @@ void* operator new(std::size_t size) { return allocateOrThrow(size); }
 void* operator new[](std::size_t size) { return allocateOrThrow(size); }
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return allocate(size); }
 void* operator new[](std::size_t size, const std::nothrow_t&) noexcept { return allocate(size); }
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete[](void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
-void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }
-void operator delete(void* memory, const std::nothrow_t&) noexcept { std::free(memory); }
-void operator delete[](void* memory, const std::nothrow_t&) noexcept { std::free(memory); }
+void operator delete(void* memory) noexcept { release(memory); }
+void operator delete[](void* memory) noexcept { release(memory); }
+void operator delete(void* memory, std::size_t) noexcept { release(memory); }
+void operator delete[](void* memory, std::size_t) noexcept { release(memory); }
+void operator delete(void* memory, const std::nothrow_t&) noexcept { release(memory); }
+void operator delete[](void* memory, const std::nothrow_t&) noexcept { release(memory); }

@@ -6,8 +6,11 @@ namespace kavo::test {
 /// allocation functions in place of the language's own.
 class AllocationFault {
   public:
+    /// How long memory is short: for one allocation, or for it and all later ones while this object lives.
+    enum class Duration { once, forEver };
+
     /// \param successes  number of allocations that still succeed before one fails
-    explicit AllocationFault(int successes);
+    explicit AllocationFault(long successes, Duration duration = Duration::once);
     ~AllocationFault();
     AllocationFault(const AllocationFault&) = delete;
     AllocationFault& operator=(const AllocationFault&) = delete;
@@ -16,7 +19,25 @@ class AllocationFault {
     bool hasHappened() const;
 };
 
+/// While it lives, allocations of this thread succeed and are not among allocationCount(): for what happens
+/// on the other side of an interface.
+class AllocationPause {
+  public:
+    AllocationPause();
+    ~AllocationPause();
+    AllocationPause(const AllocationPause&) = delete;
+    AllocationPause& operator=(const AllocationPause&) = delete;
+};
+
 /// Number of allocations that this thread has made.
 long allocationCount();
+
+/// What all threads have allocated and not released yet, pauses included: blocks, and bytes as the heap gives
+/// them.
+struct LiveMemory {
+    long blocks;
+    long bytes;
+};
+LiveMemory liveMemory();
 
 } // namespace kavo::test
