@@ -1,0 +1,298 @@
+// Creation, freeing, defaults, configuration files and the XML description, with each call that reaches the
+// host failing in turn, once and from then on.
+
+#include "tests/support/Creation.h"
+#include "tests/support/LeakExemption.h"
+#include "tests/support/ScopedEnvironment.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/trust/AppletView.h"
+#include "tests/trust/HostFaults.h"
+#include "tests/trust/ParameterAccess.h"
+
+#include <optional>
+#include <sstream>
+
+using kavo::test::Creation;
+using kavo::test::fileContent;
+using kavo::test::LeakExemption;
+using simulator::CallKind;
+using simulator::hostCalls;
+
+namespace {
+
+/// How an applet is created.
+struct Way {
+    const char* name;
+    int slave;
+    const char* families; ///< whether registers and the inner handle's parameters are offered
+};
+
+std::ostream& operator<<(std::ostream& out, const Way& way) { return out << way.name; }
+
+class CreationFaults : public kavo::test::OnFreshBoard, public testing::WithParamInterface<Way> {
+  protected:
+    /// What Std_entry must tell when a call of this kind fails first.
+    static int specifiedCode(CallKind failed) {
+        switch (failed) {
+        case CallKind::designLoad:
+            return kavo::error::initialisationFailed;
+        case CallKind::initialisation:
+            return injectedCode;
+        default:
+            return 0;
+        }
+    }
+    void SetUp() override { namesOfAll = namesOfNew(); }
+    /// Number of names of an applet that is created without a fault.
+    static int namesOfNew() {
+        Creation creation(GetParam().slave);
+        EXPECT_EQ(creation.error(), 0);
+        return Fg_getNrOfParameter(creation.handle());
+    }
+    void tryFault(SweepReport& report, const HostFaults& faults, std::size_t nth, FaultDuration duration);
+
+    int namesOfAll = 0;
+    kavo::test::ScopedEnvironment registers{"KAVO_ENABLE_DRA", GetParam().families};
+    kavo::test::ScopedEnvironment inspected{"KAVO_ENABLE_DQXA", GetParam().families};
+};
+
+void CreationFaults::tryFault(SweepReport& report, const HostFaults& faults, std::size_t nth,
+                              FaultDuration duration) {
+    const CallKind kind = faults.call(nth).kind;
+    board().resetAndStepByHand();
+    std::optional<LeakExemption> keptWrapper;
+    if (kind == CallKind::designLoad) {
+        keptWrapper.emplace();
+    }
+    faults.arrange(nth, duration);
+    Creation creation(GetParam().slave);
+    hostCalls().stopFailing();
+    report.fault(creation.hasSucceeded());
+    EXPECT_EQ(creation.error(), specifiedCode(kind));
+    ASSERT_EQ(creation.hasSucceeded(), specifiedCode(kind) == 0);
+    if (creation.hasSucceeded()) {
+        EXPECT_EQ(Fg_getLastErrorNumber(creation.handle()), 0);
+        unsigned value = 0;
+        EXPECT_EQ(Fg_getParameterWithType(creation.handle(), FG_WIDTH, &value, 1, 2), 0);
+        EXPECT_EQ(value, 1024U);
+        unsigned size = 0;
+        EXPECT_EQ(Fg_getParameterInfoXML(creation.handle(), 0, nullptr, &size), 0);
+        EXPECT_GT(size, 40000U);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Ways, CreationFaults,
+                         testing::Values(Way{"Master", 0, nullptr}, Way{"Slave", 1, nullptr},
+                                         Way{"EveryFamily", 0, "on"}),
+                         [](const auto& suiteInfo) { return std::string(suiteInfo.param.name); });
+
+/// An applet whose settings are far from the defaults, on both ports.
+class OperationFaults : public testing::Test {
+  protected:
+    struct Subject {
+        Subject() : view(applet) { hostCalls().record(false); }
+        void set(const Scene& scene) {
+            enter(applet, scene, 0);
+            enter(applet, scene, 1);
+        }
+        AppletOnBoard applet;
+        AppletView view;
+    };
+
+    static const Scene& changed() {
+        static const Scene scene{"Changed",
+                                 {{FG_TRIGGER_FRAMESPERSECOND, 5.0},
+                                  {FG_AREATRIGGERMODE, 4U},
+                                  {FG_TRIGGERSTATE, 0U},
+                                  {FG_WIDTH, 512U},
+                                  {FG_HEIGHT, 256U},
+                                  {FG_XOFFSET, 64U},
+                                  {FG_FORMAT, 1U},
+                                  {FG_TRIGGERIN_DOWNSCALE, 5U},
+                                  {FG_TRIGGER_MULTIPLY_PULSES, 9U},
+                                  {FG_TRIGGERQUEUE_MODE, 1U},
+                                  {FG_TRIGGER_PULSEFORMGEN1_DELAY, 80.0},
+                                  {FG_TRIGGER_PULSEFORMGEN2_WIDTH, 800.0},
+                                  {FG_TRIGGEROUT_SELECT0, 3U},
+                                  {FG_PROCESSING_GAIN, 2.0}}};
+        return scene;
+    }
+
+    int save(Subject& subject) { return Fg_saveConfig(subject.applet.handle(), file.c_str()); }
+    int load(Subject& subject) { return Fg_loadConfig(subject.applet.handle(), file.c_str()); }
+
+    kavo::test::TemporaryFolder folder;
+    std::string file = folder.path("settings.mcf");
+};
+
+std::vector<std::string> linesOf(const std::string& text) {
+    std::vector<std::string> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);) {
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+/// Lines of the one text that are missing in the other, which has no lines of its own.
+std::size_t missingLines(const std::string& whole, const std::string& part) {
+    const std::vector<std::string> all = linesOf(whole);
+    auto next = all.begin();
+    std::size_t missing = 0;
+    for (const std::string& line : linesOf(part)) {
+        const auto found = std::find(next, all.end(), line);
+        EXPECT_NE(found, all.end()) << line;
+        missing += static_cast<std::size_t>(found - next);
+        next = found == all.end() ? found : found + 1;
+    }
+    return missing + static_cast<std::size_t>(all.end() - next);
+}
+
+} // namespace
+
+TEST_P(CreationFaults, GiveTheSpecifiedCodeAndLeaveNothing) {
+    SweepReport report(std::string("Creation, ") + GetParam().name);
+    report.operation();
+    board().resetAndStepByHand();
+    const HostFaults faults(
+        [] { ASSERT_NE(Std_entry(board().device(), nullptr, GetParam().slave), nullptr); });
+    for (std::size_t nth = 0; nth < faults.count(); ++nth) {
+        for (const FaultDuration duration : bothDurations) {
+            SCOPED_TRACE("call " + std::to_string(nth) + ' ' + faults.call(nth).name);
+            tryFault(report, faults, nth, duration);
+        }
+        if (nth % 16 == 0) {
+            EXPECT_EQ(namesOfNew(), namesOfAll);
+        }
+    }
+    EXPECT_EQ(report.faults() - report.survivors(), 4)
+        << "the design and the inner handle, once and for ever";
+}
+
+TEST_P(CreationFaults, FreeingTellsTheCodeOfTheRuntimeAndLeavesNothing) {
+    SweepReport report(std::string("Freeing, ") + GetParam().name);
+    report.operation();
+    const auto create = [] { return Fg_Struct{Std_entry(board().device(), nullptr, GetParam().slave)}; };
+    Fg_Struct handle = create();
+    const HostFaults faults([&] { EXPECT_EQ(Fg_FreeGrabber(&handle), 0); });
+    ASSERT_EQ(faults.count(), 2U);
+    for (std::size_t nth = 0; nth < faults.count(); ++nth) {
+        for (const FaultDuration duration : bothDurations) {
+            SCOPED_TRACE(faults.call(nth).function);
+            // A runtime or design runtime that refuses keeps its own objects.
+            const LeakExemption keptByTheHost;
+            handle = create();
+            faults.arrange(nth, duration);
+            const int code = Fg_FreeGrabber(&handle);
+            hostCalls().stopFailing();
+            report.fault(code == 0);
+            EXPECT_EQ(code, faults.call(nth).kind == CallKind::release ? injectedCode : 0);
+            EXPECT_EQ(handle.Master, nullptr);
+            EXPECT_EQ(Fg_FreeGrabber(&handle), kavo::error::noHandle);
+            EXPECT_EQ(namesOfNew(), namesOfAll);
+        }
+    }
+}
+
+TEST_F(OperationFaults, DefaultsThatAreRefusedLeaveEachParameterAsItWas) {
+    SweepReport report("Defaults");
+    report.operation();
+    Subject undisturbed;
+    const AppletView::Picture fresh = undisturbed.view.look();
+    undisturbed.set(changed());
+    const AppletView::Picture before = undisturbed.view.look();
+    const HostFaults faults([&] { undisturbed.applet.wrapper().setDefaultValues(); });
+    const AppletView::Picture after = undisturbed.view.look();
+    EXPECT_GT(faults.count(), 200U);
+    for (std::size_t nth = 0; nth < faults.count(); ++nth) {
+        for (const FaultDuration duration : bothDurations) {
+            SCOPED_TRACE("call " + std::to_string(nth) + ' ' + faults.call(nth).name);
+            Subject subject;
+            subject.set(changed());
+            faults.arrange(nth, duration);
+            EXPECT_NO_THROW(subject.applet.wrapper().setDefaultValues());
+            hostCalls().stopFailing();
+            const AppletView::Picture seen = subject.view.look();
+            report.fault(true);
+            EXPECT_EQ(subject.view.strangeValues(seen, before, after), "");
+            EXPECT_NO_THROW(subject.applet.wrapper().setDefaultValues());
+            const AppletView::Picture repeated = subject.view.look();
+            EXPECT_EQ(subject.view.differencesInValues(after, repeated), "");
+            EXPECT_EQ(subject.view.differencesInRecords(after, repeated), "");
+        }
+    }
+}
+
+TEST_F(OperationFaults, SavingLeavesOutTheKeysThatCannotBeRead) {
+    SweepReport report("Saving");
+    report.operation();
+    Subject subject;
+    subject.set(changed());
+    const HostFaults faults([&] { EXPECT_EQ(save(subject), 0); });
+    const std::string whole = fileContent(file);
+    const AppletView::Picture before = subject.view.look();
+    EXPECT_EQ(faults.count(), 2U * 9);
+    for (std::size_t nth = 0; nth < faults.count(); ++nth) {
+        for (const FaultDuration duration : bothDurations) {
+            SCOPED_TRACE("call " + std::to_string(nth) + ' ' + faults.call(nth).name);
+            faults.arrange(nth, duration);
+            const int code = save(subject);
+            hostCalls().stopFailing();
+            report.fault(code == 0);
+            EXPECT_EQ(code, 0);
+            EXPECT_EQ(subject.applet.lastError(), 0);
+            EXPECT_EQ(missingLines(whole, fileContent(file)),
+                      duration == FaultDuration::once ? 1 : faults.count() - nth);
+            const AppletView::Picture seen = subject.view.look();
+            EXPECT_EQ(subject.view.differencesInValues(before, seen), "");
+            EXPECT_EQ(subject.view.differencesInHardware(before, seen), "");
+            EXPECT_EQ(save(subject), 0);
+            EXPECT_EQ(fileContent(file), whole);
+        }
+    }
+}
+
+TEST_F(OperationFaults, LoadingLeavesEachParameterAsBeforeOrAsInTheFile) {
+    SweepReport report("Loading");
+    report.operation();
+    {
+        Subject source;
+        source.set(changed());
+        ASSERT_EQ(save(source), 0);
+    }
+    Subject undisturbed;
+    const AppletView::Picture before = undisturbed.view.look();
+    const HostFaults faults([&] { EXPECT_EQ(load(undisturbed), 0); });
+    const AppletView::Picture after = undisturbed.view.look();
+    EXPECT_GT(faults.count(), 200U);
+    for (std::size_t nth = 0; nth < faults.count(); ++nth) {
+        for (const FaultDuration duration : bothDurations) {
+            SCOPED_TRACE("call " + std::to_string(nth) + ' ' + faults.call(nth).name);
+            Subject subject;
+            faults.arrange(nth, duration);
+            const int code = load(subject);
+            hostCalls().stopFailing();
+            report.fault(code == 0);
+            EXPECT_EQ(code, 0);
+            EXPECT_EQ(subject.applet.lastError(), 0);
+            EXPECT_EQ(subject.view.strangeValues(subject.view.look(), before, after), "");
+            EXPECT_EQ(load(subject), 0);
+            const AppletView::Picture repeated = subject.view.look();
+            EXPECT_EQ(subject.view.differencesInValues(after, repeated), "");
+            EXPECT_EQ(subject.view.differencesInRecords(after, repeated), "");
+        }
+    }
+}
+
+TEST_F(OperationFaults, TheXmlDescriptionAsksTheHostForNothing) {
+    SweepReport report("XML");
+    Subject subject;
+    for (const int port : {0, 1}) {
+        report.operation();
+        unsigned size = 0;
+        const HostFaults faults(
+            [&] { EXPECT_EQ(Fg_getParameterInfoXML(subject.applet.handle(), port, nullptr, &size), 0); });
+        EXPECT_EQ(faults.count(), 0U);
+        EXPECT_GT(size, 40000U);
+    }
+}
