@@ -21,7 +21,7 @@ using ValueBuffer = std::array<char, Fg_ConfigFileParser::valueBytes>;
 /// A file of its own, removed at the end.
 class TemporaryFile {
   public:
-    TemporaryFile() : mPath((files::temp_directory_path() / "orbctl-XXXXXX.mcf").string()) {
+    TemporaryFile() : mPath((folder() / "orbctl-XXXXXX.mcf").string()) {
         constexpr int suffixLength = 4;
         const int descriptor = mkstemps(mPath.data(), suffixLength);
         if (descriptor < 0)
@@ -35,6 +35,14 @@ class TemporaryFile {
     const std::string& path() const { return mPath; }
 
   private:
+    static files::path folder() {
+        std::error_code failure;
+        const files::path found = files::temp_directory_path(failure);
+        if (failure)
+            throw Failure(ExitStatus::notFound, "there is no folder for temporary files; TMPDIR names one");
+        return found;
+    }
+
     std::string mPath;
 };
 

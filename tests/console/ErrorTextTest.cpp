@@ -94,4 +94,21 @@ TEST(ErrorText, HasDifferentWordsForEveryCode) {
         EXPECT_TRUE(texts.insert(meaningOf(code)).second) << code;
 }
 
+TEST(ErrorText, TellsHowAValueContradictsTheDescription) {
+    const Parameter width = unsignedParameter("FG_WIDTH", 16, 4096, 16);
+    EXPECT_EQ(contradictionOf(width, std::uint64_t{20}), "20 is off its step of 16");
+    EXPECT_EQ(contradictionOf(width, std::uint64_t{5000}), "5000 is outside 16 .. 4096");
+    EXPECT_EQ(contradictionOf(width, std::uint64_t{640}), "");
+    EXPECT_EQ(contradictionOf(formatParameter(), std::int64_t{2}), "2 is none of FG_GRAY (3), FG_GRAY16 (1)");
+    EXPECT_EQ(contradictionOf(formatParameter(), std::int64_t{3}), "");
+    EXPECT_EQ(contradictionOf(doubleParameter("FG_DELAY", 0, 10, 0.016), 0.5), "")
+        << "the step of a double rounds";
+}
+
+TEST(ErrorText, FilesThatCannotBeReachedCountAsNotFound) {
+    EXPECT_EQ(statusOfFileError(fileNotFound), ExitStatus::notFound);
+    EXPECT_EQ(statusOfFileError(fileAccessFailed), ExitStatus::notFound);
+    EXPECT_EQ(statusOfFileError(notSupported), ExitStatus::refused);
+}
+
 } // namespace orbctl

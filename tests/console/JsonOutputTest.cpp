@@ -1,5 +1,4 @@
 #include "tests/console/ProgramRun.h"
-#include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -10,15 +9,6 @@ namespace {
 using Words = std::vector<std::string>;
 
 class JsonOutput : public ::testing::TestWithParam<Words> {};
-
-/// What a Python expression on the parsed document, called "data", prints.
-std::string evaluated(const std::string& json, const std::string& expression) {
-    const kavo::test::TemporaryFolder folder;
-    const std::string program = "import json,sys;data=json.load(open(sys.argv[1]));print(" + expression + ")";
-    const ProgramResult result =
-        Program(ORBELLINE_PYTHON_FILE).run({"-c", program, folder.makeFile("output.json", json)});
-    return result.status == 0 ? result.output : result.messages;
-}
 
 } // namespace
 
@@ -32,6 +22,8 @@ INSTANTIATE_TEST_SUITE_P(
     Console, JsonOutput,
     ::testing::Values(Words{"info", "--json"}, Words{"list", "--json"},
                       Words{"list", "--json", "--port", "both"}, Words{"list", "--json", "-c", "Trigger"},
+                      Words{"status", "--json"}, Words{"events", "--json"},
+                      Words{"lut", "show", "--json", "--port", "both"}, Words{"defaults", "--json"},
                       Words{"get", "--json", "FG_WIDTH", "FG_QEL_FILE", "FG_LUT_VALUE[7]"},
                       Words{"describe", "--json", "FG_WIDTH", "FG_LUT_VALUE", "FG_FORMAT"}));
 

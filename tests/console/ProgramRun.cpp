@@ -119,4 +119,12 @@ Program console() {
 
 ProgramResult orbctl(const std::vector<std::string>& words) { return console().run(words); }
 
+std::string evaluated(const std::string& json, const std::string& expression) {
+    const TemporaryFolder folder;
+    const std::string program = "import json,sys;data=json.load(open(sys.argv[1]));print(" + expression + ")";
+    const ProgramResult result =
+        Program(ORBELLINE_PYTHON_FILE).run({"-c", program, folder.makeFile("output.json", json)});
+    return result.status == 0 ? result.output : result.messages;
+}
+
 } // namespace orbctl::test

@@ -45,4 +45,7 @@ Program console();
 /// A run of orbctl with these words.
 ProgramResult orbctl(const std::vector<std::string>& words);
 
+/// What a Python expression on a JSON document, called "data", prints.
+std::string evaluated(const std::string& json, const std::string& expression);
+
 } // namespace orbctl::test
