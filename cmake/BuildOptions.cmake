@@ -43,11 +43,12 @@ endif()
 include_directories("${CMAKE_SOURCE_DIR}")
 
 # Calls between the applet's sources vanish when the library is linked as a whole, which halves the cost of an access.
-# The objects keep their ordinary code too, so that test programs link as usual.
 set(orbelline_whole_program OFF)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT ORBELLINE_SANITIZERS AND NOT ORBELLINE_COVERAGE
    AND ORBELLINE_ARCHITECTURE STREQUAL "i386")
     set(orbelline_whole_program ON)
+    # Whatever else is linked from these objects takes their ordinary code: test programs link in a moment so.
+    add_link_options(-fno-lto)
 endif()
 
 function(orbelline_compile_for_whole_program target)
