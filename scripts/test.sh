@@ -68,6 +68,7 @@ testPreset() {
 
 needPackages "${testPackages[@]}"
 tryForeignPackage "$benchmarkPackage"
+tryForeignPackage libaravis-dev:amd64
 withoutLeakSearchWhereItFails
 status=0
 for preset in "${presets[@]}"; do
