@@ -67,8 +67,8 @@ testPreset() {
 }
 
 needPackages "${testPackages[@]}"
-tryForeignPackage "$benchmarkPackage"
-tryForeignPackage libaravis-dev:amd64
+tryPackage "$benchmarkPackage"
+tryPackage libaravis-dev:amd64
 withoutLeakSearchWhereItFails
 status=0
 for preset in "${presets[@]}"; do

@@ -58,13 +58,15 @@ needPackages() {
     fi
 }
 
-# Installs a package of the second architecture if it can be had; what needs it is left out otherwise.
-tryForeignPackage() {
-    local package=$1
+# Installs a package if it can be had, adding its architecture where it is a second one; what needs it is left out
+# otherwise.
+tryPackage() {
+    local package=$1 architecture=${1##*:}
     command -v dpkg-query >/dev/null || return 0
     { isInstalled "$package" || [ -e "$refusedPackages/$package" ]; } && return
     say "Trying to install $package"
-    dpkg --print-foreign-architectures | grep -qx "${package##*:}" || asRoot dpkg --add-architecture "${package##*:}"
+    { dpkg --print-architecture && dpkg --print-foreign-architectures; } | grep -qx "$architecture" ||
+        asRoot dpkg --add-architecture "$architecture"
     refreshPackageIndex
     installPackages "$package" && return
     say "$package cannot be had here; what needs it is left out. Remove $refusedPackages to try again."
