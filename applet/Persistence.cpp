@@ -86,28 +86,24 @@ class PortKeys {
                      [&](auto, const auto& access) { return StoredValue((mApplet.*access.cache)(mPort)); });
     }
 
-    void restore(const PersistedKey& key, const StoredValue& value) {
+    void cache(const PersistedKey& key, const StoredValue& value) {
         visit(key, [&](auto kind, const auto& access) {
             (mApplet.*access.cache)(mPort) = std::get<typename decltype(kind)::Stored>(value);
         });
     }
 
-    /// False when the file lacks the key.
-    bool cache(Fg_ConfigFileParser& parser, const PersistedKey& key) {
-        return visit(key, [&](auto kind, const auto& access) {
+    /// The value that a file has for a key, or nothing when it lacks it.
+    std::optional<StoredValue> inFile(Fg_ConfigFileParser& parser, const PersistedKey& key) const {
+        return visit(key, [&](auto kind, const auto&) -> std::optional<StoredValue> {
             auto value = find(parser, mPort, key.name, kind);
-            if (value) {
-                (mApplet.*access.cache)(mPort) = std::move(*value);
-            }
-            return value.has_value();
+            return value ? std::optional(StoredValue(std::move(*value))) : std::nullopt;
         });
     }
 
-    /// Nothing when the file lacks the key; else the code of the write.
-    std::optional<int> apply(Fg_ConfigFileParser& parser, const PersistedKey& key) {
-        return visit(key, [&](auto kind, const auto& access) -> std::optional<int> {
-            const auto value = find(parser, mPort, key.name, kind);
-            return value ? std::optional((mApplet.*access.write)(mPort, argument(*value))) : std::nullopt;
+    /// Writes a value with all its rules; the code of the write.
+    int apply(const PersistedKey& key, const StoredValue& value) {
+        return visit(key, [&](auto kind, const auto& access) {
+            return (mApplet.*access.write)(mPort, argument(std::get<typename decltype(kind)::Stored>(value)));
         });
     }
 
@@ -126,7 +122,7 @@ class BeforeLoad {
         }
     }
 
-    void restore(std::size_t index) { mKeys.restore(PersistedKeys::all()[index], mValues[index]); }
+    void restore(std::size_t index) { mKeys.cache(PersistedKeys::all()[index], mValues[index]); }
 
     void restoreTableSettings() {
         for (std::size_t index = 0; index < mValues.size(); ++index) {
@@ -174,25 +170,31 @@ bool FgQxWrapperImpl::loadConfig(Fg_ConfigFileParser& parser) {
 bool FgQxWrapperImpl::loadPort(Fg_ConfigFileParser& parser, int port) {
     PortKeys keys(*this, port);
     BeforeLoad before(keys);
-    for (const PersistedKey& key : PersistedKeys::all()) {
-        const bool isCached = key.pass == LoadPass::both || key.pass == LoadPass::cacheOnly;
-        if (isCached && !keys.cache(parser, key)) {
-            return false;
+    const auto& all = PersistedKeys::all();
+    std::vector<std::optional<StoredValue>> values(all.size());
+    for (std::size_t index = 0; index < all.size(); ++index) {
+        if (all[index].pass == LoadPass::both || all[index].pass == LoadPass::cacheOnly) {
+            values[index] = keys.inFile(parser, all[index]);
+            if (!values[index]) {
+                return false;
+            }
+            keys.cache(all[index], *values[index]);
         }
     }
-    for (std::size_t index = 0; index < PersistedKeys::all().size(); ++index) {
-        const PersistedKey& key = PersistedKeys::all()[index];
+    for (std::size_t index = 0; index < all.size(); ++index) {
+        const PersistedKey& key = all[index];
         if (key.pass != LoadPass::both && key.pass != LoadPass::applyOnly) {
             continue;
         }
-        // The setter must see what the hardware has: what it refuses stays, and orders depend on the old
-        // value.
-        before.restore(index);
-        const std::optional<int> code = keys.apply(parser, key);
-        if (!code) {
-            return false;
+        if (key.pass == LoadPass::applyOnly) {
+            values[index] = keys.inFile(parser, key);
+            if (!values[index]) {
+                return false;
+            }
         }
-        if (key.id == FG_LUT_TYPE && *code != error::ok) {
+        // The setter must see what the hardware has: what it refuses stays, and orders depend on the old value.
+        before.restore(index);
+        if (keys.apply(key, *values[index]) != error::ok && key.id == FG_LUT_TYPE) {
             before.restoreTableSettings();
         }
     }
