@@ -37,7 +37,7 @@ class TemporaryFile {
   private:
     static files::path folder() {
         std::error_code failure;
-        const files::path found = files::temp_directory_path(failure);
+        files::path found = files::temp_directory_path(failure);
         if (failure)
             throw Failure(ExitStatus::notFound, "there is no folder for temporary files; TMPDIR names one");
         return found;
@@ -46,10 +46,8 @@ class TemporaryFile {
     std::string mPath;
 };
 
-/// The name must pass the test that the parser makes, and the file must be one that can be read.
 const char* checked(const std::string& file) {
-    if (file.find(".mcf") == std::string::npos)
-        throw Failure(ExitStatus::usage, file + ": the name of a configuration file holds \".mcf\"");
+    requireConfigurationName(file);
     std::ifstream stream(file);
     if (!stream || (stream.peek(), stream.bad()))
         throw Failure(ExitStatus::notFound, file + " cannot be read");
@@ -76,6 +74,11 @@ std::string missingHeader(const ConfigurationFile& file, const char* key) {
 }
 
 } // namespace
+
+void requireConfigurationName(const std::string& file) {
+    if (file.find(".mcf") == std::string::npos)
+        throw Failure(ExitStatus::usage, file + ": the name of a configuration file holds \".mcf\"");
+}
 
 ConfigurationFile::ConfigurationFile(const std::string& file) : mParser(nullptr, checked(file), true) {
     for (unsigned port = 0; port < AppletHandle::numberOfPorts; ++port)
@@ -107,7 +110,7 @@ ConfigurationFile savedConfiguration(const AppletHandle& applet) {
 
 std::string obstacleTo(const ConfigurationFile& file, const ConfigurationFile& reference) {
     for (const char* const key : {"Hersteller", "Typ", "AktivePort"}) {
-        const std::string missing = missingHeader(file, key);
+        std::string missing = missingHeader(file, key);
         if (!missing.empty())
             return missing;
     }

@@ -10,6 +10,9 @@ namespace orbctl {
 
 class AppletHandle;
 
+/// An applet takes and makes no configuration file of another name. \throws Failure (usage)
+void requireConfigurationName(const std::string& file);
+
 /// A configuration file, read as an applet reads it.
 class ConfigurationFile {
   public:

@@ -5,6 +5,7 @@
 #include "console/NumberText.h"
 #include "console/ParameterAccess.h"
 #include "console/ParameterCatalogue.h"
+#include "console/PortChoice.h"
 #include "console/ValueText.h"
 
 #include <algorithm>
@@ -144,7 +145,7 @@ std::string processingText(const LookupTable& table) {
 }
 
 std::string legendText(const LookupTable& table) {
-    const std::string port = "port " + textOf(std::uint64_t{table.port}) + ": ";
+    const std::string port = portPrefix(table.port);
     if (table.isProcessed)
         return port + processingText(table) + (table.followsProcessor() ? "" : ", entries set by hand");
     return port + (table.file.empty() ? "no file loaded" : "file " + table.file);

@@ -68,7 +68,8 @@ std::string lineOf(const std::vector<CellDots>& curves, std::size_t line, const 
             blanks += ' ';
             continue;
         }
-        text += blanks + coloured(terminal, curve, drawnWith[curve].character(curves[curve][line][column]));
+        text += blanks;
+        text += coloured(terminal, curve, drawnWith[curve].character(curves[curve][line][column]));
         blanks.clear();
     }
     return text;
@@ -95,14 +96,20 @@ std::string axis(unsigned columns) {
     return line + "\n" + std::string(labelWidth, ' ') + "0" + rightAligned(last, columns - 1) + "\n";
 }
 
+/// A piece of the curve as the plot has it.
+std::string sampleOf(std::size_t curve) {
+    const unsigned lowestDots = 3U << (drawnWith[curve].dotsDown - 1) * dotsAcross;
+    const std::string character = drawnWith[curve].character(lowestDots);
+    return character + character + character;
+}
+
 std::string legend(const std::vector<LookupTable>& tables, const Terminal& terminal) {
     std::string text;
     for (std::size_t curve = 0; curve < tables.size(); ++curve) {
-        const unsigned lowestDots = 3U << (drawnWith[curve].dotsDown - 1) * dotsAcross;
-        const std::string sample = drawnWith[curve].character(lowestDots);
         const bool isHidden = curve > 0 && tables[curve].values == tables.front().values;
-        text += coloured(terminal, curve, sample + sample + sample) + "  " + legendText(tables[curve]) +
-                (isHidden ? " (the same curve)" : "") + "\n";
+        text += coloured(terminal, curve, sampleOf(curve));
+        text += "  " + legendText(tables[curve]);
+        text += isHidden ? " (the same curve)\n" : "\n";
     }
     return text;
 }

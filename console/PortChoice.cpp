@@ -26,8 +26,10 @@ unsigned PortChoice::onlyPort(const std::string& reason) const {
     return chosen.front();
 }
 
+std::string portPrefix(unsigned port) { return "port " + textOf(std::uint64_t{port}) + ": "; }
+
 std::string portPrefix(const std::vector<unsigned>& ports, unsigned port) {
-    return ports.size() < 2 ? "" : "port " + textOf(std::uint64_t{port}) + ": ";
+    return ports.size() < 2 ? "" : portPrefix(port);
 }
 
 } // namespace orbctl

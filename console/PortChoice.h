@@ -24,7 +24,9 @@ class PortChoice {
     std::string mText;
 };
 
-/// "port 1: " where a message has to tell the ports apart, else nothing.
+/// "port 1: ".
+std::string portPrefix(unsigned port);
+/// The same where a message has to tell the ports apart, else nothing.
 std::string portPrefix(const std::vector<unsigned>& ports, unsigned port);
 
 } // namespace orbctl

@@ -110,7 +110,7 @@ class DefaultsCommand : public Command {
                 continue;
             const int code = writeParameter(session.applet(), target->parameter, target->reading.value);
             if (code != 0)
-                refusals.push_back("port " + textOf(std::uint64_t{port}) + ": " +
+                refusals.push_back(portPrefix(port) +
                                    refusedWrite(target->parameter, target->reading.value, code));
         }
         return refusals;
@@ -120,8 +120,8 @@ class DefaultsCommand : public Command {
                       const std::vector<std::string>& refusals) const {
         const ParameterSnapshot after(session.applet());
         for (const SettingState& state : movedSettings(session, before, after))
-            session.output() << "port " << textOf(std::uint64_t{state.parameter().port}) << ": "
-                             << changeText(*state.start, *state.now) << '\n';
+            session.output() << portPrefix(state.parameter().port) << changeText(*state.start, *state.now)
+                             << '\n';
         for (const std::string& refusal : refusals)
             session.messages() << "orbctl: " << refusal << '\n';
         const bool isComplete = movedSettings(session, start, after).empty();

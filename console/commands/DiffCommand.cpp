@@ -4,14 +4,13 @@
 #include "console/ConfigurationComparison.h"
 #include "console/NumberText.h"
 #include "console/ParameterJson.h"
+#include "console/PortChoice.h"
 #include "console/Session.h"
 #include "console/ValueText.h"
 
 namespace orbctl {
 
 namespace {
-
-std::string portText(unsigned port) { return "port " + textOf(std::uint64_t{port}) + ": "; }
 
 class DiffCommand : public Command {
   public:
@@ -53,7 +52,7 @@ class DiffCommand : public Command {
     static void print(Session& session, const std::vector<ComparedKey>& differences) {
         for (const ComparedKey& key : differences) {
             const Parameter& parameter = key.state->parameter;
-            session.output() << portText(parameter.port) << parameter.name << ": " << fileText(key) << ", "
+            session.output() << portPrefix(parameter.port) << parameter.name << ": " << fileText(key) << ", "
                              << textWithUnit(parameter, key.state->reading) << " on the board\n";
         }
     }
@@ -89,7 +88,7 @@ class DiffCommand : public Command {
         if (!obstacle.empty())
             session.messages() << mFile << " cannot be loaded: " << obstacle << '\n';
         for (const UnknownKey& key : unknown)
-            session.messages() << portText(key.port) << "the applet has no " << key.key
+            session.messages() << portPrefix(key.port) << "the applet has no " << key.key
                                << "; loading passes it over\n";
     }
 

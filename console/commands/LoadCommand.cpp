@@ -4,6 +4,7 @@
 #include "console/ConfigurationComparison.h"
 #include "console/ErrorText.h"
 #include "console/NumberText.h"
+#include "console/PortChoice.h"
 #include "console/Session.h"
 #include "console/ValueText.h"
 #include "platform/ErrorCodes.h"
@@ -13,8 +14,6 @@
 namespace orbctl {
 
 namespace {
-
-std::string portText(unsigned port) { return "port " + textOf(std::uint64_t{port}) + ": "; }
 
 std::string counted(std::size_t count, const std::string& what) {
     return textOf(std::uint64_t{count}) + " " + what + (count == 1 ? "" : "s");
@@ -30,7 +29,7 @@ class Loading {
 
     void printChanges(std::ostream& output) const {
         for (const ParameterChange& change : mChanges)
-            output << portText(change.after->parameter.port) << changeText(*change.before, *change.after)
+            output << portPrefix(change.after->parameter.port) << changeText(*change.before, *change.after)
                    << roundingOf(*change.after) << '\n';
     }
 
@@ -39,9 +38,9 @@ class Loading {
             return;
         for (const ComparedKey& key : mKeys)
             if (key.agreement == Agreement::different)
-                messages << "orbctl: " << portText(key.state->parameter.port) << refusal(key) << '\n';
+                messages << "orbctl: " << portPrefix(key.state->parameter.port) << refusal(key) << '\n';
         for (const UnknownKey& key : unknownKeys(mContent, mReference))
-            messages << portText(key.port) << "the applet has no " << key.key << "; it was passed over\n";
+            messages << portPrefix(key.port) << "the applet has no " << key.key << "; it was passed over\n";
     }
 
     bool isComplete() const { return mCode == kavo::error::ok && refusals() == 0; }

@@ -31,7 +31,7 @@ class LutLoadCommand : public Command {
             const LookupTable before = lookupTableOf(session.applet(), port);
             loadLookupTable(session.applet(), port, mFile);
             const LookupTable after = lookupTableOf(session.applet(), port);
-            session.messages() << "port " << textOf(std::uint64_t{port}) << ": " << mFile << " is loaded, "
+            session.messages() << portPrefix(port) << mFile << " is loaded, "
                                << textOf(std::uint64_t{changedEntries(before, after)}) << " of "
                                << textOf(std::uint64_t{after.values.size()}) << " entries changed\n";
         }

@@ -93,10 +93,9 @@ class LutSetCommand : public Command {
     void tellWhereIdle(Session& session) const {
         for (const unsigned port : mPort.ports())
             if (!lookupTableOf(session.applet(), port).isProcessed)
-                session.messages()
-                    << "port " << textOf(std::uint64_t{port})
-                    << ": the table comes from a file; the processor's values take effect with "
-                       "type=processor\n";
+                session.messages() << portPrefix(port)
+                                   << "the table comes from a file; the processor's values take effect with "
+                                      "type=processor\n";
     }
 
     std::vector<std::string> mWords;

@@ -18,8 +18,7 @@ class SaveCommand : public Command {
 
     ExitStatus run(Session& session) override {
         const AppletHandle& applet = session.applet();
-        if (mFile.find(".mcf") == std::string::npos)
-            throw Failure(ExitStatus::usage, mFile + ": the name of a configuration file holds \".mcf\"");
+        requireConfigurationName(mFile);
         const int code = applet.functions().saveConfiguration(applet.handle(), mFile.c_str());
         if (code != 0)
             throw Failure(statusOfFileError(code), mFile + " cannot be saved: " + withCode(code));
