@@ -20,7 +20,6 @@ using simulator::hostCalls;
 
 constexpr int loadFailed = -5000;
 constexpr int writeFailure = -4711;
-constexpr double slowestRate = 0.0146;
 /// A longer path may be cut where a line is cut.
 constexpr std::size_t longestKeptPath = 200;
 /// The applet ignores the type code but for 64-bit types.
@@ -85,13 +84,10 @@ class LiveApplet {
 
     /// Whatever the state, the start state comes back.
     void reset() {
-        for (const unsigned port : {0U, 1U}) {
-            // Every pulse fits the slowest rate, and then that of the start state.
-            require(Fg_setParameterWithType(&mHandle, FG_TRIGGER_FRAMESPERSECOND, &slowestRate, port,
-                                            untyped) == 0,
-                    "the slowest rate is legal");
-        }
-        require(load(freshConfiguration()) == 0 && load(freshConfiguration()) == 0, "a good file is loaded");
+        // Every pulse fits the slowest rate, and then that of the start state.
+        const Section slow = with(freshSection(), "FG_TRIGGER_FRAMESPERSECOND", "0.0146");
+        require(load(configurationText(slow, slow)) == 0 && load(freshConfiguration()) == 0,
+                "a good file is loaded");
         require(saved() == freshConfiguration(), "the start state comes back");
     }
 
