@@ -83,7 +83,7 @@ BENCHMARK(eventLookup)->Name("lookup/event");
 
 const bool compared = [] {
     compare("get/cached", "floor/lock+call+switch", 1.5);
-    compare("get/status", "floor/lock+call+switch");
+    compare("get/status", "floor/5reads");
     compare("set/width", "floor/lock+call+switch+2writes", 2.5);
     compare("set/output", "floor/lock+call+switch+2writes");
     compare("set/refused", "floor/thrown-code", 1.2);

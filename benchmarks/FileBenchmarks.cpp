@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace {
@@ -114,6 +115,13 @@ void xmlDocument(benchmark::State& state) {
         auto size = static_cast<unsigned>(document.size());
         benchmark::DoNotOptimize(Fg_getParameterInfoXML(handle.get(), 0, document.data(), &size));
     }
+    const std::string_view text(document.data(), document.size());
+    double parameters = 0;
+    for (std::size_t end = text.find("\n\r"); end != text.npos; end = text.find("\n\r", end + 1)) {
+        ++parameters;
+    }
+    state.counters["per_parameter"] = benchmark::Counter(
+        parameters, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 BENCHMARK(xmlDocument)->Name("xml/one-port");
 

@@ -56,8 +56,9 @@ class SwitchOverIds final : public Operation {
             // As many ids as the applet has, as far apart.
             IDS(600)
             IDS(2000)
-            IDS(2050) IDS(3050) IDS(3080) IDS(4000) IDS(4010) IDS(5210) IDS(8110) IDS(8116) IDS(8800)
-                IDS(11011) IDS(14010) IDS(24010) IDS(24020) IDS(110017) IDS(200350) IDS(300000)* value =
+            IDS(2050)
+            IDS(3050) IDS(3080) IDS(4000) IDS(4010) IDS(5210) IDS(8110) IDS(8116) IDS(8800) IDS(11011)
+                IDS(14010) IDS(24010) IDS(24020) IDS(110017) IDS(200350) IDS(300000)* value =
                     static_cast<unsigned>(id);
             return 0;
 #undef IDS
@@ -128,5 +129,16 @@ void floorRateCalls(benchmark::State& state) {
     }
 }
 BENCHMARK(floorRateCalls)->Name("floor/8reads+1write");
+
+/// The bare host calls of an extended status: overflow twice, two fill levels, the runtime's own status.
+void floorStatusCalls(benchmark::State& state) {
+    std::uint64_t word = 0;
+    for (auto _ : state) {
+        for (int read = 0; read < 5; ++read) {
+            benchmark::DoNotOptimize(host().get(nullptr, read, &word, 0, 2));
+        }
+    }
+}
+BENCHMARK(floorStatusCalls)->Name("floor/5reads");
 
 } // namespace
