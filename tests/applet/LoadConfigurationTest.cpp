@@ -128,6 +128,16 @@ TEST_F(LoadConfiguration, TheTableTakesEffectThroughItsType) {
     EXPECT_TRUE(applet.board().designField(content) == expected);
 }
 
+TEST_F(LoadConfiguration, OnlyOneInvertsTheTable) {
+    const std::string content = AppletOnBoard::process(0, "LookupTable_LookupTable_LUTcontent");
+    const std::vector<std::uint32_t> identity = applet.board().designField(content);
+    // A file's processing values are not judged.
+    const Section section = with(freshSection(), "FG_PROCESSING_INVERT", "2");
+    ASSERT_EQ(load(section, freshSection()), 0);
+    EXPECT_EQ(applet.get(FG_PROCESSING_INVERT, 0), 2U);
+    EXPECT_TRUE(applet.board().designField(content) == identity);
+}
+
 TEST_F(LoadConfiguration, ATableThatCannotBeAppliedKeepsAllItsSettings) {
     for (const char* path : {"'/missing/curve.lut'", "'.'"}) {
         ASSERT_EQ(load(with(other(), "FG_LUT_CUSTOM_FILE", path), other()), 0);

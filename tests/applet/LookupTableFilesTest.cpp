@@ -103,7 +103,9 @@ TEST_P(LookupTableFiles, ALongFileGivesItsFirstEntries) {
 
 TEST_P(LookupTableFiles, AFileWithoutACountWritesTheTableAsItIs) {
     ASSERT_EQ(setType(userFile), 0);
-    for (const char* content : {"", "no table", "\xff\xfe\x00[gray]"}) {
+    for (const std::string& content :
+         {std::string(), std::string("no table"), std::string("\xff\xfe\0[gray]", 9),
+          std::string(100000, 'x'), std::string(100000, '\0')}) {
         AppletOnBoard::forgetCalls();
         EXPECT_EQ(load(folder.makeFile("other.lut", content)), 0);
         expectWholeTableWritten(straight());
@@ -193,6 +195,30 @@ TEST_P(LookupTableFiles, OnlyTheControlsOfTheActiveMethodCanBeChanged) {
     EXPECT_EQ(applet.record(FG_LUT_CUSTOM_FILE, otherPort())->accessFlags, 1);
     ASSERT_EQ(setType(processing), 0);
     expectAccess(1, 7);
+}
+
+TEST_P(LookupTableFiles, LongPathsWork) {
+    const std::string path = folder.makeDeepPath(1023, "table.lut");
+    ASSERT_EQ(path.size(), 1023U);
+    ASSERT_EQ(applet.set(FG_PROCESSING_INVERT, 1U, port()), 0);
+    ASSERT_EQ(save(path), 0);
+    ASSERT_EQ(applet.set(FG_PROCESSING_INVERT, 0U, port()), 0);
+    ASSERT_EQ(setType(userFile), 0);
+    ASSERT_EQ(load(path), 0);
+    EXPECT_EQ(customFile(), path);
+    expectTable(reversed());
+}
+
+TEST_P(LookupTableFiles, ALongLineCountsAsSeveral) {
+    ASSERT_EQ(setType(userFile), 0);
+    const std::string text = tableFile({5, 6});
+    const std::size_t last = text.find("1,6;");
+    const std::string filler(255, 'x');
+    ASSERT_EQ(load(folder.makeFile("long.lut", text.substr(0, last) + filler + text.substr(last))), 0);
+    Table expected = straight();
+    expected[0] = 5;
+    expected[1] = 6;
+    expectTable(expected);
 }
 
 TEST_P(LookupTableFiles, SavedBytesAreTheSameUnderEveryLocale) {

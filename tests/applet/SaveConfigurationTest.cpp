@@ -30,17 +30,6 @@ class FileSizeLimit {
     void (*mHandler)(int) = nullptr;
 };
 
-std::string pathOfLength(const kavo::test::TemporaryFolder& folder, std::size_t length,
-                         const std::string& name) {
-    std::filesystem::path path = folder.path("");
-    while (path.string().size() + 1 + name.size() < length) {
-        const std::size_t missing = length - path.string().size() - 1 - name.size();
-        path /= std::string(std::min<std::size_t>(missing > 101 ? 100 : missing - 1, missing), 'd');
-        std::filesystem::create_directory(path);
-    }
-    return path / name;
-}
-
 } // namespace
 
 class SaveConfiguration : public ConfigurationOnBoard {
@@ -158,7 +147,7 @@ TEST_F(SaveConfiguration, ALongerFileIsReplacedWhole) {
 }
 
 TEST_F(SaveConfiguration, LongPathsWork) {
-    const std::string path = pathOfLength(folder, 1023, "settings.mcf");
+    const std::string path = folder.makeDeepPath(1023, "settings.mcf");
     ASSERT_EQ(path.size(), 1023U);
     ASSERT_EQ(saveTo(path), 0);
     EXPECT_EQ(kavo::test::fileContent(path), freshConfiguration());

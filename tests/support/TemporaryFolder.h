@@ -17,6 +17,8 @@ class TemporaryFolder {
     std::string path(std::string_view name) const;
     /// Writes a file and gives its path.
     std::string makeFile(std::string_view name, std::string_view content) const;
+    /// Makes folders so deep that the path of a file by this name in the last one has the given length.
+    std::string makeDeepPath(std::size_t length, std::string_view name) const;
 
   private:
     std::filesystem::path mPath;
