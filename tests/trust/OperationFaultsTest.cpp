@@ -154,8 +154,12 @@ TEST_P(CreationFaults, GiveTheSpecifiedCodeAndLeaveNothing) {
     SweepReport report(std::string("Creation, ") + GetParam().name);
     report.operation();
     board().resetAndStepByHand();
-    const HostFaults faults(
-        [] { ASSERT_NE(Std_entry(board().device(), nullptr, GetParam().slave), nullptr); });
+    Fg_Struct created{nullptr};
+    const HostFaults faults([&] {
+        created.Master = Std_entry(board().device(), nullptr, GetParam().slave);
+        ASSERT_NE(created.Master, nullptr);
+    });
+    Fg_FreeGrabber(&created);
     for (std::size_t nth = 0; nth < faults.count(); ++nth) {
         for (const FaultDuration duration : bothDurations) {
             SCOPED_TRACE("call " + std::to_string(nth) + ' ' + faults.call(nth).name);
