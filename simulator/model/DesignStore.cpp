@@ -76,7 +76,9 @@ std::shared_ptr<const DesignBinding> DesignStore::bind(const SharedDesign& desig
             (behind->table == nullptr || behind->table->size() != parameter.elements)) {
             behind->table = std::make_shared<Table>(parameter.elements);
         }
-        behind->elementBits = parameter.elements > 0 ? parameter.elementBits : behind->elementBits;
+        if (parameter.elements > 0) {
+            behind->elementBits = parameter.elementBits;
+        }
         binding->parameterNumbers.emplace(parameter.name, binding->parameters.size());
         binding->parameters.push_back(behind);
     }
@@ -96,9 +98,11 @@ void DesignStore::reset() {
 }
 
 DesignCell& DesignStore::cell(const std::string& name) {
-    DesignCell& found = mCells[name];
-    found.name = name;
-    return found;
+    const auto [found, isNew] = mCells.try_emplace(name);
+    if (isNew) {
+        found->second.name = name;
+    }
+    return found->second;
 }
 
 void DesignStore::bindRegister(const DesignImage& image, std::size_t index, DesignCell& target) {

@@ -2,6 +2,7 @@
 
 #include "simulator/design/LoadedDesign.h"
 
+#include <atomic>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -17,13 +18,16 @@ using Table = std::vector<std::uint32_t>;
 
 /// What the board keeps for one design parameter or register. A block of the board that implements it may
 /// answer reads itself and be told of writes.
+///
+/// Each opening of a design shapes its cells anew while handles that are open look at the shape without the
+/// board's lock; everything else is for holders of the lock.
 struct DesignCell {
     std::string name;
-    unsigned bits = 64;
-    bool isStatus = false; ///< refuses writes of the host
+    std::atomic<unsigned> bits{64};
+    std::atomic<bool> isStatus{false}; ///< refuses writes of the host
     std::uint64_t value = 0;
     std::optional<std::uint64_t> pinned;
-    unsigned elementBits = 0;
+    std::atomic<unsigned> elementBits{0};
     /// The table of a field parameter, else null; never changed while somebody else holds it.
     std::shared_ptr<Table> table;
 

@@ -5,7 +5,6 @@
 #include "simulator/RuntimeCodes.h"
 #include "simulator/SceneFile.h"
 
-#include <atomic>
 #include <iostream>
 
 /// Opening and closing handles.
@@ -21,7 +20,8 @@ namespace {
 namespace code = simulator::code;
 
 /// What the last opening of a handle came to: the answer to a question for the last error without a handle.
-std::atomic<int> lastOpeningError{0};
+/// Threads that open handles at the same time do not answer for each other.
+thread_local int lastOpeningError = 0;
 
 Fg_Struct* openInner(QXdevice* device, fpga_design* design) {
     simulator::Board* board = simulator::Board::of(device);
@@ -90,7 +90,7 @@ int answer_Fg_getLastErrorNumber(Fg_Struct* handle) {
     if (handle == nullptr) {
         return simulator::observed(
             CallKind::lastError, "Fg_getLastErrorNumber", [](simulator::Call&) {},
-            [] { return lastOpeningError.load(); });
+            [] { return lastOpeningError; });
     }
     return simulator::serve<decltype(Fg_getLastErrorNumber)>(
         {CallKind::lastError, simulator::symbolNumber_Fg_getLastErrorNumber, "Fg_getLastErrorNumber"}, handle,

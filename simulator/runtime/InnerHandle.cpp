@@ -78,7 +78,7 @@ int InnerHandle::write(int id, const void* value, unsigned dmaIndex, int type) {
         return writeTableValue(mModel, *cell, value, type);
     }
     std::uint64_t scalar = 0;
-    const int result = loadScalar(value, cell != nullptr ? cell->bits : 32, type, scalar);
+    const int result = loadScalar(value, cell != nullptr ? cell->bits.load() : 32, type, scalar);
     if (result != code::ok) {
         return result;
     }
@@ -92,7 +92,8 @@ std::vector<std::uint32_t> InnerHandle::wordsOf(int id, const void* value, int t
     }
     const DesignCell* cell = cellOf(id);
     const bool isTable = cell != nullptr && cell->elementBits > 0;
-    return isTable ? tableWords(value, type) : scalarWords(value, cell != nullptr ? cell->bits : 32, type);
+    return isTable ? tableWords(value, type)
+                   : scalarWords(value, cell != nullptr ? cell->bits.load() : 32, type);
 }
 
 RegisterInfo* InnerHandle::parameterTree(int port) {
