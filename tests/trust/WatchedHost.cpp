@@ -4,12 +4,17 @@
 #include <cstdlib>
 #include <cstring>
 #include <dlfcn.h>
+#include <optional>
 #include <sched.h>
 #include <string>
 
 extern "C" {
 void* __real_dlsym(void* library, const char* name);
 void* __wrap_dlsym(void* library, const char* name);
+int __real_KavoRegisterRead(QXdevice* device, int reg, void* buffer);
+int __wrap_KavoRegisterRead(QXdevice* device, int reg, void* buffer);
+int __real_KavoRegisterWrite(QXdevice* device, int reg, unsigned lower, unsigned upper);
+int __wrap_KavoRegisterWrite(QXdevice* device, int reg, unsigned lower, unsigned upper);
 }
 
 namespace {
@@ -30,7 +35,8 @@ Function* runtimeFunction(const char* name) {
 /// A stay in the runtime.
 class Stay {
   public:
-    explicit Stay(const Fg_Struct* inner) : mHandle(WatchedHost::of(inner)) {
+    explicit Stay(const Fg_Struct* inner) : Stay(WatchedHost::of(inner)) {}
+    explicit Stay(WatchedHost::Handle& handle) : mHandle(handle) {
         if (mHandle.inside.fetch_add(1, std::memory_order_relaxed) != 0) {
             mHandle.overlaps.fetch_add(1, std::memory_order_relaxed);
         }
@@ -49,6 +55,22 @@ class Stay {
 
   private:
     WatchedHost::Handle& mHandle;
+};
+
+/// A stay in the registers of a device that is watched.
+class RegisterStay {
+  public:
+    explicit RegisterStay(const QXdevice* device) {
+        for (WatchedHost::Handle& each : handles()) {
+            if (each.device.load(std::memory_order_relaxed) == device) {
+                mStay.emplace(each);
+                return;
+            }
+        }
+    }
+
+  private:
+    std::optional<Stay> mStay;
 };
 
 std::uint32_t wordAt(const void* value) {
@@ -90,6 +112,7 @@ int get(Fg_Struct* inner, int id, void* value, unsigned dmaIndex) {
 void WatchedHost::forget() {
     for (Handle& each : handles()) {
         each.handle = nullptr;
+        each.device = nullptr;
         each.entries = 0;
         each.overlaps = 0;
         each.unguardedEntries = 0;
@@ -99,7 +122,7 @@ void WatchedHost::forget() {
 
 WatchedHost::Handle& WatchedHost::of(const Fg_Struct* inner) {
     for (Handle& each : handles()) {
-        const Fg_Struct* known = each.handle.load(std::memory_order_relaxed);
+        const void* known = each.handle.load(std::memory_order_relaxed);
         if (known == inner || (known == nullptr && (each.handle.compare_exchange_strong(
                                                         known, inner, std::memory_order_relaxed) ||
                                                     known == inner))) {
@@ -107,6 +130,20 @@ WatchedHost::Handle& WatchedHost::of(const Fg_Struct* inner) {
         }
     }
     std::abort();
+}
+
+void WatchedHost::watchRegisters(const QXdevice* device, const Fg_Struct* inner) {
+    of(inner).device = device;
+}
+
+int __wrap_KavoRegisterRead(QXdevice* device, int reg, void* buffer) {
+    const RegisterStay stay(device);
+    return __real_KavoRegisterRead(device, reg, buffer);
+}
+
+int __wrap_KavoRegisterWrite(QXdevice* device, int reg, unsigned lower, unsigned upper) {
+    const RegisterStay stay(device);
+    return __real_KavoRegisterWrite(device, reg, lower, upper);
 }
 
 void* __wrap_dlsym(void* library, const char* name) {

@@ -1,13 +1,15 @@
 #pragma once
 
 #include "platform/FrameGrabber.h"
+#include "platform/RegisterAccess.h"
 
 #include <atomic>
 #include <cstdint>
 #include <vector>
 
-/// What applets ask of the runtime through its parameter functions, per inner handle. A program gets it by
-/// linking WatchedHost.cpp and wrapping dlsym.
+/// What applets ask of the runtime through its parameter functions, per inner handle, and of a board's
+/// registers. A program gets it by linking WatchedHost.cpp and wrapping dlsym, KavoRegisterRead and
+/// KavoRegisterWrite.
 ///
 /// The entries of a handle are kept without a lock: what keeps them apart is the applet's own lock. Two
 /// dispatches that overlap are counted, and are a data race for whoever looks for those.
@@ -20,7 +22,8 @@ class WatchedHost {
     };
 
     struct Handle {
-        std::atomic<const Fg_Struct*> handle{nullptr};
+        std::atomic<const void*> handle{nullptr};
+        std::atomic<const void*> device{nullptr}; ///< see watchRegisters
         std::atomic<int> inside{0};
         std::atomic<long> overlaps{0};
         std::atomic<long> entries{0};
@@ -32,4 +35,7 @@ class WatchedHost {
     static void forget();
     /// The record of an inner handle.
     static Handle& of(const Fg_Struct* inner);
+    /// Counts the accesses to the registers of a device as entries of an inner handle, which is to be the only
+    /// one of the device. Registers of other devices are not watched.
+    static void watchRegisters(const QXdevice* device, const Fg_Struct* inner);
 };
