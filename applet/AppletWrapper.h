@@ -191,14 +191,15 @@ class FgQxWrapperImpl final : public FgQxWrapper, public DesignParameterIds, pub
     // ---- dispatch ----
 
     [[nodiscard]] std::optional<int> processOf(int dmaIndex) const;
-    int setAnyParameter(int id, const void* value, int dmaIndex);
-    int getAnyParameter(int id, void* value, int dmaIndex);
+    /// Whether an id is the applet's own; the others are offered for the design's registers and the runtime.
+    [[nodiscard]] bool isStandard(int id) const;
+    int setOfferedParameter(int id, const void* value, int dmaIndex);
+    int getOfferedParameter(int id, void* value, int dmaIndex);
     int setStandardParameter(int id, const void* value, int dmaIndex);
     int getStandardParameter(int id, void* value, int dmaIndex);
     int writeRegister(int index, const void* value);
     int readRegister(int index, void* value);
     int readDescription(int port, char* name);
-    [[nodiscard]] bool addressesRegister(int id) const;
 
     // ---- identifiers ----
 

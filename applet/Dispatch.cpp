@@ -31,16 +31,13 @@ typename Value::Argument valueIn(const void* buffer) {
 
 } // namespace
 
-bool FgQxWrapperImpl::addressesRegister(int id) const {
-    return draEnabled && id > family::registerIdBase && id <= family::inspectedIdBase;
-}
-
 int FgQxWrapperImpl::Fg_setParameter(int id, const void* value, int port) {
     if (value == nullptr) {
         return setError(error::invalidParameter);
     }
     const CriticalSectionGuard guard(&mParameterLock);
-    return setError(setAnyParameter(id, value, port));
+    return setError(isStandard(id) ? setStandardParameter(id, value, port)
+                                   : setOfferedParameter(id, value, port));
 }
 
 int FgQxWrapperImpl::Fg_getParameter(int id, void* value, int port) {
@@ -48,27 +45,22 @@ int FgQxWrapperImpl::Fg_getParameter(int id, void* value, int port) {
         return setError(error::invalidParameter);
     }
     const CriticalSectionGuard guard(&mParameterLock);
-    return setError(getAnyParameter(id, value, port));
+    return setError(isStandard(id) ? getStandardParameter(id, value, port)
+                                   : getOfferedParameter(id, value, port));
 }
 
-int FgQxWrapperImpl::setAnyParameter(int id, const void* value, int dmaIndex) {
-    if (addressesRegister(id)) {
-        return writeRegister(id - family::registerIdBase, value);
-    }
-    if (id > family::inspectedIdBase) {
-        return setUnwrappedParameter(id - family::inspectedIdBase, value, dmaIndex);
-    }
-    return setStandardParameter(id, value, dmaIndex);
+bool FgQxWrapperImpl::isStandard(int id) const {
+    return id <= family::registerIdBase || (id <= family::inspectedIdBase && !draEnabled);
 }
 
-int FgQxWrapperImpl::getAnyParameter(int id, void* value, int dmaIndex) {
-    if (addressesRegister(id)) {
-        return readRegister(id - family::registerIdBase, value);
-    }
-    if (id > family::inspectedIdBase) {
-        return getUnwrappedParameter(id - family::inspectedIdBase, value, dmaIndex);
-    }
-    return getStandardParameter(id, value, dmaIndex);
+int FgQxWrapperImpl::setOfferedParameter(int id, const void* value, int dmaIndex) {
+    return id > family::inspectedIdBase ? setUnwrappedParameter(id - family::inspectedIdBase, value, dmaIndex)
+                                        : writeRegister(id - family::registerIdBase, value);
+}
+
+int FgQxWrapperImpl::getOfferedParameter(int id, void* value, int dmaIndex) {
+    return id > family::inspectedIdBase ? getUnwrappedParameter(id - family::inspectedIdBase, value, dmaIndex)
+                                        : readRegister(id - family::registerIdBase, value);
 }
 
 void FgQxWrapperImpl::setParameter(int id, const void* value, int dmaIndex) {

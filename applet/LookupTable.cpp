@@ -2,12 +2,11 @@
 // entry.
 
 #include "applet/AppletWrapper.h"
+#include "applet/ProcessingTable.h"
 #include "applet/StandardParameterTable.h"
 #include "appletwrappers-baselib/Fg_LutFileParser.h"
 
 #include <algorithm>
-#include <cmath>
-#include <limits>
 
 namespace error = kavo::error;
 using namespace catalogue;
@@ -16,50 +15,6 @@ namespace {
 
 constexpr const char* graySection = "[gray]";
 constexpr unsigned tableRecordId = 3;
-
-/// What a conversion to a signed word gives for a number that it cannot hold.
-constexpr std::int32_t notRepresentable = std::numeric_limits<std::int32_t>::min();
-
-std::int32_t truncate(double value) {
-    constexpr double lowerEnd = -2147483649.0;
-    constexpr double upperEnd = 2147483648.0;
-    return value > lowerEnd && value < upperEnd ? static_cast<std::int32_t>(value) : notRepresentable;
-}
-
-std::uint32_t clampToPixel(std::int32_t entry) {
-    return static_cast<std::uint32_t>(std::clamp<std::int32_t>(entry, 0, largestPixelValue));
-}
-
-/// Offset, gain and gamma as users set them; entries are pixels at 12 bits.
-struct Processing {
-    double offset, gain, gamma;
-    bool invert;
-
-    void compute(TableEntryValue::Stored& table) const {
-        if (gamma == 1.0) {
-            // The power of one is the value itself, bit for bit.
-            fill(table, [](double x) { return x; });
-        } else {
-            const double exponent = 1.0 / gamma;
-            fill(table, [exponent](double x) { return std::pow(x, exponent); });
-        }
-    }
-
-  private:
-    template <class Curve>
-    void fill(TableEntryValue::Stored& table, Curve curve) const {
-        constexpr double scale = largestPixelValue;
-        for (unsigned input = 0; input < table.size(); ++input) {
-            const double x = (input / scale + offset) * gain;
-            std::int32_t entry = x < 0.0 ? 0 : truncate(curve(x) * scale + 0.5);
-            if (invert) {
-                // Wraps as the design's own 32-bit arithmetic would.
-                entry = static_cast<std::int32_t>(largestPixelValue - static_cast<std::uint32_t>(entry));
-            }
-            table[input] = clampToPixel(entry);
-        }
-    }
-};
 
 bool isEmpty(const char* path) { return path == nullptr || *path == '\0'; }
 

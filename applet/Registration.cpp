@@ -6,6 +6,7 @@
 #include "platform/DesignRuntime.h"
 
 #include <limits>
+#include <new>
 
 namespace {
 
@@ -20,10 +21,18 @@ std::uint64_t largestValue(int bits) {
                                                               : (std::uint64_t{1} << bits) - 1;
 }
 
+/// The registry tells of a name that it has no memory for; an entry without its name would help nobody.
+void addEntry(Fg_ParameterInfo& registry, RegisterInfo* record, int index, const char* name, int value,
+              const char* symbol) {
+    if (registry.addEnumNameValue(record, index, name, value, symbol) != kavo::error::ok) {
+        throw std::bad_alloc();
+    }
+}
+
 void fillEnumeration(Fg_ParameterInfo& registry, RegisterInfo* record, const Enumeration& table) {
     int index = 0;
     for (const EnumerationEntry& entry : table) {
-        registry.addEnumNameValue(record, index++, entry.displayName, entry.value, entry.symbol);
+        addEntry(registry, record, index++, entry.displayName, entry.value, entry.symbol);
     }
 }
 
@@ -176,8 +185,8 @@ RegisterInfo* FgQxWrapperImpl::addInspectedParameter(RegisterInfo* group, const 
             group, original.name, parameterName.c_str(), entries.nrOfElements, original.accessFlags,
             original.rangeFlags, original.visibilityFlags, original.unit, id, port);
         for (int index = 0; record != nullptr && index < entries.nrOfElements; ++index) {
-            registry.addEnumNameValue(record, index, entries.enumNames[index], entries.enumValues[index],
-                                      entries.enumDefName[index]);
+            addEntry(registry, record, index, entries.enumNames[index], entries.enumValues[index],
+                     entries.enumDefName[index]);
         }
         return record;
     }

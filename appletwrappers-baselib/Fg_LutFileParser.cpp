@@ -178,7 +178,7 @@ std::optional<std::string> Fg_LutFileParser::findValue(const char* key, const ch
     kavo::text::LineReader reader(mConfigFile.stream());
     while (reader.next()) {
         if (kavo::text::contains(reader.line(), key)) {
-            return std::string(kavo::text::secondPiece(reader.line(), delimiters));
+            return std::string(kavo::text::secondPiece(reader.line(), kavo::text::CharacterSet(delimiters)));
         }
     }
     return std::nullopt;
@@ -213,6 +213,7 @@ int Fg_LutFileParser::parseDoubleKey(const char* key, double* value, const char*
 template <class Value, class Number>
 int Fg_LutFileParser::parseEntries(Value* values, std::uint32_t count, const char* delimiter,
                                    const char* sectionName, Number (*convert)(const char*)) const {
+    const kavo::text::CharacterSet separators(delimiter);
     kavo::text::LineReader reader(mConfigFile.stream());
     bool hasLine = reader.next();
     while (hasLine && !kavo::text::contains(reader.line(), sectionName)) {
@@ -220,7 +221,7 @@ int Fg_LutFileParser::parseEntries(Value* values, std::uint32_t count, const cha
     }
     for (std::uint32_t i = 0; hasLine && i < count; hasLine = reader.next()) {
         if (kavo::text::contains(reader.line(), std::to_string(i) + delimiter)) {
-            const std::string text(kavo::text::secondPiece(reader.line(), delimiter));
+            const std::string text(kavo::text::secondPiece(reader.line(), separators));
             values[i++] = static_cast<Value>(convert(text.c_str()));
         }
     }

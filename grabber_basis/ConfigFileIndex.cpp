@@ -3,12 +3,29 @@
 #include "grabber_basis/TextLines.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <numeric>
 
 namespace {
 
 constexpr std::size_t mostLines = 1U << 18;
 
-std::string_view textBeforeEqualsSign(std::string_view text) { return text.substr(0, text.find('=')); }
+struct HashedKey {
+    std::uint32_t hash;
+    bool isWhole; ///< whether the text ended before an "=" came
+};
+
+/// The hash (FNV-1a) of the text before the first "=".
+HashedKey hashOfKey(std::string_view text) {
+    std::uint32_t hash = 2166136261U;
+    for (const char character : text) {
+        if (character == '=') {
+            return {hash, false};
+        }
+        hash = (hash ^ static_cast<unsigned char>(character)) * 16777619U;
+    }
+    return {hash, true};
+}
 
 bool isKeyLine(std::string_view line, std::string_view key) {
     return line.size() > key.size() && line[key.size()] == '=' && line.substr(0, key.size()) == key;
@@ -29,16 +46,28 @@ void ConfigFileIndex::readLines(std::FILE* file) {
     }
 }
 
-bool ConfigFileIndex::standsBefore(const KeyLine& left, const KeyLine& right) {
-    const int order = left.key.compare(right.key);
-    return order < 0 || (order == 0 && left.line < right.line);
-}
-
 void ConfigFileIndex::indexKeys() {
-    for (std::size_t line = 0; line < mLineEnds.size(); ++line) {
-        mKeyLines.push_back({textBeforeEqualsSign(lineAt(line)), line});
+    std::size_t shelves = 1;
+    while (shelves < mLineEnds.size()) {
+        shelves *= 2;
     }
-    std::sort(mKeyLines.begin(), mKeyLines.end(), standsBefore);
+    mShelves.assign(shelves + 1, 0);
+    std::vector<std::pair<std::size_t, std::size_t>> shelvedLines;
+    shelvedLines.reserve(mLineEnds.size());
+    for (std::size_t line = 0; line < mLineEnds.size(); ++line) {
+        const auto [hash, isWhole] = hashOfKey(lineAt(line));
+        if (!isWhole) {
+            const std::size_t shelf = hash % shelves;
+            shelvedLines.emplace_back(shelf, line);
+            ++mShelves[shelf];
+        }
+    }
+    // From the counts to the ends; each line put in its place, the last first, moves its end to the beginning.
+    std::partial_sum(mShelves.begin(), mShelves.end(), mShelves.begin());
+    mKeyLines.resize(shelvedLines.size());
+    for (auto entry = shelvedLines.rbegin(); entry != shelvedLines.rend(); ++entry) {
+        mKeyLines[--mShelves[entry->first]] = entry->second;
+    }
 }
 
 std::string_view ConfigFileIndex::lineAt(std::size_t line) const {
@@ -55,9 +84,12 @@ std::size_t ConfigFileIndex::findFirst(std::string_view text) const {
 }
 
 std::size_t ConfigFileIndex::findSection(std::string_view section) {
-    const auto known = mSectionLines.find(section);
-    return known != mSectionLines.end() ? known->second
-                                        : mSectionLines.emplace(section, findFirst(section)).first->second;
+    for (const auto& [name, line] : mSectionLines) {
+        if (name == section) {
+            return line;
+        }
+    }
+    return mSectionLines.emplace_back(section, findFirst(section)).second;
 }
 
 std::optional<std::string_view> ConfigFileIndex::findLineContaining(std::string_view text) const {
@@ -66,12 +98,11 @@ std::optional<std::string_view> ConfigFileIndex::findLineContaining(std::string_
 }
 
 std::optional<std::string_view> ConfigFileIndex::findKeyLine(std::string_view section, std::string_view key) {
-    const KeyLine wanted{textBeforeEqualsSign(key), findSection(section) + 1};
-    auto candidate = std::lower_bound(mKeyLines.begin(), mKeyLines.end(), wanted, standsBefore);
-    for (; candidate != mKeyLines.end() && candidate->key == wanted.key; ++candidate) {
-        if (isKeyLine(lineAt(candidate->line), key)) {
-            return lineAt(candidate->line);
-        }
-    }
-    return std::nullopt;
+    const std::size_t shelf = hashOfKey(key).hash % (mShelves.size() - 1);
+    const auto begin = mKeyLines.begin() + static_cast<std::ptrdiff_t>(mShelves[shelf]);
+    const auto end = mKeyLines.begin() + static_cast<std::ptrdiff_t>(mShelves[shelf + 1]);
+    const auto behindSection = std::upper_bound(begin, end, findSection(section));
+    const auto found =
+        std::find_if(behindSection, end, [&](std::size_t line) { return isKeyLine(lineAt(line), key); });
+    return found != end ? std::optional(lineAt(*found)) : std::nullopt;
 }

@@ -2,10 +2,10 @@
 
 #include <cstddef>
 #include <cstdio>
-#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 /// The lines of a configuration file, read once. Every lookup answers as if it searched the file from its
@@ -23,12 +23,6 @@ class ConfigFileIndex {
     std::optional<std::string_view> findKeyLine(std::string_view section, std::string_view key);
 
   private:
-    struct KeyLine {
-        std::string_view key; ///< the text before the line's first "="
-        std::size_t line;
-    };
-    static bool standsBefore(const KeyLine& left, const KeyLine& right);
-
     void readLines(std::FILE* file);
     void indexKeys();
     std::string_view lineAt(std::size_t line) const;
@@ -37,6 +31,9 @@ class ConfigFileIndex {
 
     std::string mText;
     std::vector<std::size_t> mLineEnds;
-    std::vector<KeyLine> mKeyLines;
-    std::map<std::string, std::size_t, std::less<>> mSectionLines;
+    /// The lines with a key by the shelf that their key belongs to, on each shelf in the order of the file.
+    std::vector<std::size_t> mKeyLines;
+    /// Where each shelf begins among them, and where the last one ends.
+    std::vector<std::size_t> mShelves;
+    std::vector<std::pair<std::string, std::size_t>> mSectionLines;
 };

@@ -5,6 +5,7 @@
 #include "grabber_basis/TextLines.h"
 #include "platform/ErrorCodes.h"
 
+#include <array>
 #include <cstring>
 
 namespace {
@@ -12,8 +13,19 @@ namespace {
 constexpr int numberNotFound = -1;
 constexpr std::string_view errorText = "Error";
 constexpr char headerSection[] = "[Kamerasektion]\n";
+constexpr kavo::text::CharacterSet headerSeparators("='");
+constexpr kavo::text::CharacterSet entrySeparators("=;'");
 
 static_assert(Fg_ConfigFileParser::valueBytes == kavo::text::LineReader::longestLine + 1);
+
+using PortName = std::array<char, 9>;
+
+PortName portName(int port) {
+    constexpr std::size_t letter = 6;
+    PortName name{"[Port A]"};
+    name[letter] = static_cast<char>('A' + port);
+    return name;
+}
 
 const char* textOrEmpty(const char* text) { return text == nullptr ? "" : text; }
 
@@ -132,9 +144,7 @@ void Fg_ConfigFileParser::writeConfigFileByPort(int port) {
     write("\n" + getPortString(port) + "\n");
 }
 
-std::string Fg_ConfigFileParser::getPortString(int port) {
-    return std::string("[Port ") + static_cast<char>('A' + port) + "]";
-}
+std::string Fg_ConfigFileParser::getPortString(int port) { return portName(port).data(); }
 
 ConfigFileIndex& Fg_ConfigFileParser::index() {
     return mIndex ? *mIndex : mIndex.emplace(mConfigFile.stream());
@@ -143,7 +153,7 @@ ConfigFileIndex& Fg_ConfigFileParser::index() {
 int Fg_ConfigFileParser::parseKeyFromLine(const char* key, char* value) {
     trace("Fg_ConfigFileParser::parseKeyFromLine");
     const Value line = key == nullptr ? std::nullopt : index().findLineContaining(key);
-    return giveValue(line ? Value(kavo::text::secondPiece(*line, "='")) : std::nullopt, value);
+    return giveValue(line ? Value(kavo::text::secondPiece(*line, headerSeparators)) : std::nullopt, value);
 }
 
 Fg_ConfigFileParser::Value Fg_ConfigFileParser::findValue(const char* section, const char* key) {
@@ -155,7 +165,7 @@ Fg_ConfigFileParser::Value Fg_ConfigFileParser::findValue(const char* section, c
     if (!line) {
         return std::nullopt;
     }
-    const std::string_view value = kavo::text::secondPiece(*line, "=;'");
+    const std::string_view value = kavo::text::secondPiece(*line, entrySeparators);
     return startsWithLineEnd(value) ? std::string_view() : value;
 }
 
@@ -192,19 +202,19 @@ int Fg_ConfigFileParser::parseIntKeyFromHeader(const char* key, int* value) {
 }
 
 int Fg_ConfigFileParser::parseKeySection(int port, const char* key, char* value) {
-    return key == nullptr ? numberNotFound : parseKey(getPortString(port).c_str(), key, value);
+    return key == nullptr ? numberNotFound : parseKey(portName(port).data(), key, value);
 }
 
 int Fg_ConfigFileParser::parseIntKeySection(int port, const char* key, int* value) {
-    return parseIntKey(getPortString(port).c_str(), key, value);
+    return parseIntKey(portName(port).data(), key, value);
 }
 
 int Fg_ConfigFileParser::parseUInt64KeySection(int port, const char* key, std::uint64_t* value) {
-    return parseUInt64Key(getPortString(port).c_str(), key, value);
+    return parseUInt64Key(portName(port).data(), key, value);
 }
 
 int Fg_ConfigFileParser::parseDoubleKeySection(int port, const char* key, double* value) {
-    return parseDoubleKey(getPortString(port).c_str(), key, value);
+    return parseDoubleKey(portName(port).data(), key, value);
 }
 
 int Fg_ConfigFileParser::getIntValue(const char* text, int* value) const {

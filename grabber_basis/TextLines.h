@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdio>
 #include <string_view>
 
@@ -27,8 +28,24 @@ class LineReader {
 
 bool contains(std::string_view line, std::string_view part);
 
+/// A set of characters, of which each is asked for without a search.
+class CharacterSet {
+  public:
+    constexpr explicit CharacterSet(std::string_view characters) {
+        for (const char character : characters) {
+            mHas[static_cast<unsigned char>(character)] = true;
+        }
+    }
+    [[nodiscard]] constexpr bool has(char character) const {
+        return mHas[static_cast<unsigned char>(character)];
+    }
+
+  private:
+    std::array<bool, 256> mHas{};
+};
+
 /// Splits a line at any of the separators and gives the second piece. A run of separators counts as one,
 /// leading ones are skipped. Empty where there is no second piece.
-std::string_view secondPiece(std::string_view line, std::string_view separators);
+std::string_view secondPiece(std::string_view line, const CharacterSet& separators);
 
 } // namespace kavo::text

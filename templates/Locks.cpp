@@ -25,11 +25,7 @@ CriticalSection::~CriticalSection() noexcept(false) {
     }
 }
 
-void CriticalSection::acquire() { pthread_mutex_lock(mMutex); }
-
 bool CriticalSection::try_acquire(unsigned int /*timeout*/) { return pthread_mutex_trylock(mMutex) == 0; }
-
-void CriticalSection::release() { pthread_mutex_unlock(mMutex); }
 
 RecursiveMutex::RecursiveMutex() { makeMutex(mMutex, mAttribute, PTHREAD_MUTEX_RECURSIVE); }
 

@@ -69,10 +69,10 @@ class CriticalSection : public patterns::GenericLock {
 
     /// Waits for the mutex. The result of the mutex is not examined: a thread that holds its own
     /// error-checking mutex is refused by it and returns at once.
-    void acquire() override;
+    void acquire() override { pthread_mutex_lock(mMutex); }
     /// Tries once without waiting, whatever the timeout.
     bool try_acquire(unsigned int timeout) override;
-    void release() override;
+    void release() override { pthread_mutex_unlock(mMutex); }
 
   private:
     pthread_mutex_t mOwnMutex{};

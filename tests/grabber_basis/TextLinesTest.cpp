@@ -64,17 +64,17 @@ TEST_F(TextLinesTest, NoFileHasNoLines) {
 }
 
 TEST_F(TextLinesTest, SecondPieceIsBetweenTheFirstAndTheSecondRunOfSeparators) {
-    EXPECT_EQ(secondPiece("Typ='Orbelline';\n", "='"), "Orbelline");
-    EXPECT_EQ(secondPiece("Version=2.2;\n", "='"), "2.2;\n");
-    EXPECT_EQ(secondPiece("FG_WIDTH=1024;\n", "=;'"), "1024");
-    EXPECT_EQ(secondPiece("='=a==b=c", "='"), "b");
+    EXPECT_EQ(secondPiece("Typ='Orbelline';\n", CharacterSet("='")), "Orbelline");
+    EXPECT_EQ(secondPiece("Version=2.2;\n", CharacterSet("='")), "2.2;\n");
+    EXPECT_EQ(secondPiece("FG_WIDTH=1024;\n", CharacterSet("=;'")), "1024");
+    EXPECT_EQ(secondPiece("='=a==b=c", CharacterSet("='")), "b");
 }
 
 TEST_F(TextLinesTest, MissingSecondPieceIsEmpty) {
     for (const char* line : {"", "a", "a=", "=", "===", "=a="}) {
-        EXPECT_EQ(secondPiece(line, "="), "") << line;
+        EXPECT_EQ(secondPiece(line, CharacterSet("=")), "") << line;
     }
-    EXPECT_EQ(secondPiece("a=b", ""), "");
+    EXPECT_EQ(secondPiece("a=b", CharacterSet("")), "");
 }
 
 TEST_F(TextLinesTest, WritesAreInTheFileAtOnce) {
