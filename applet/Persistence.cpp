@@ -86,9 +86,9 @@ class PortKeys {
                      [&](auto, const auto& access) { return StoredValue((mApplet.*access.cache)(mPort)); });
     }
 
-    void cache(const PersistedKey& key, const StoredValue& value) {
+    void cache(const PersistedKey& key, StoredValue value) {
         visit(key, [&](auto kind, const auto& access) {
-            (mApplet.*access.cache)(mPort) = std::get<typename decltype(kind)::Stored>(value);
+            (mApplet.*access.cache)(mPort) = std::move(std::get<typename decltype(kind)::Stored>(value));
         });
     }
 
@@ -113,28 +113,47 @@ class PortKeys {
 };
 
 /// The settings of one port as they are before a load. The table's own settings follow the table's type: when
-/// the type is not applied, they go back with it.
+/// the type is not applied, they go back with it. When an exception ends the load, everything goes back that
+/// was not applied yet.
 class BeforeLoad {
   public:
     explicit BeforeLoad(PortKeys& keys) : mKeys(keys) {
         for (const PersistedKey& key : PersistedKeys::all()) {
-            mValues.push_back(mKeys.cached(key));
+            mValues.emplace_back(mKeys.cached(key));
+        }
+    }
+    ~BeforeLoad() {
+        for (std::size_t index = 0; mIsLoading && index < mValues.size(); ++index) {
+            restore(index);
+        }
+    }
+    BeforeLoad(const BeforeLoad&) = delete;
+    BeforeLoad& operator=(const BeforeLoad&) = delete;
+
+    void restore(std::size_t index) {
+        if (mValues[index]) {
+            mKeys.cache(PersistedKeys::all()[index], std::move(*mValues[index]));
+            mValues[index].reset();
         }
     }
 
-    void restore(std::size_t index) { mKeys.cache(PersistedKeys::all()[index], mValues[index]); }
-
-    void restoreTableSettings() {
+    void settleTableSettings(bool areApplied) {
         for (std::size_t index = 0; index < mValues.size(); ++index) {
             if (PersistedKeys::all()[index].pass == LoadPass::cacheOnly) {
-                restore(index);
+                areApplied ? mValues[index].reset() : restore(index);
             }
         }
     }
 
+    bool endLoad(bool hasAllKeys) {
+        mIsLoading = false;
+        return hasAllKeys;
+    }
+
   private:
     PortKeys& mKeys;
-    std::vector<StoredValue> mValues;
+    std::vector<std::optional<StoredValue>> mValues;
+    bool mIsLoading = true;
 };
 
 } // namespace
@@ -176,7 +195,7 @@ bool FgQxWrapperImpl::loadPort(Fg_ConfigFileParser& parser, int port) {
         if (all[index].pass == LoadPass::both || all[index].pass == LoadPass::cacheOnly) {
             values[index] = keys.inFile(parser, all[index]);
             if (!values[index]) {
-                return false;
+                return before.endLoad(false);
             }
             keys.cache(all[index], *values[index]);
         }
@@ -189,14 +208,15 @@ bool FgQxWrapperImpl::loadPort(Fg_ConfigFileParser& parser, int port) {
         if (key.pass == LoadPass::applyOnly) {
             values[index] = keys.inFile(parser, key);
             if (!values[index]) {
-                return false;
+                return before.endLoad(false);
             }
         }
         // The setter must see what the hardware has: what it refuses stays, and orders depend on the old value.
         before.restore(index);
-        if (keys.apply(key, *values[index]) != error::ok && key.id == FG_LUT_TYPE) {
-            before.restoreTableSettings();
+        const int code = keys.apply(key, *values[index]);
+        if (key.id == FG_LUT_TYPE) {
+            before.settleTableSettings(code == error::ok);
         }
     }
-    return true;
+    return before.endLoad(true);
 }

@@ -1,7 +1,7 @@
 #include "tests/trust/HostFaults.h"
 
 #include <algorithm>
-#include <iostream>
+#include <iterator>
 
 using simulator::Call;
 using simulator::CallKind;
@@ -45,9 +45,4 @@ void HostFaults::arrange(std::size_t nth, FaultDuration duration) const {
     for (const CallKind each : failingKinds) {
         hostCalls().failFrom(each, callsBefore(nth, each) + 1, injectedCode);
     }
-}
-
-SweepReport::~SweepReport() {
-    std::cout << mTitle << ": " << mOperations << " operations, " << mFaults << " faults, " << mSurvivors
-              << " survivors\n";
 }
