@@ -3,28 +3,16 @@
 #include "grabber_basis/TextLines.h"
 
 #include <algorithm>
-#include <cstdint>
+#include <functional>
 #include <numeric>
 
 namespace {
 
 constexpr std::size_t mostLines = 1U << 18;
 
-struct HashedKey {
-    std::uint32_t hash;
-    bool isWhole; ///< whether the text ended before an "=" came
-};
-
-/// The hash (FNV-1a) of the text before the first "=".
-HashedKey hashOfKey(std::string_view text) {
-    std::uint32_t hash = 2166136261U;
-    for (const char character : text) {
-        if (character == '=') {
-            return {hash, false};
-        }
-        hash = (hash ^ static_cast<unsigned char>(character)) * 16777619U;
-    }
-    return {hash, true};
+/// Equal for keys that are equal before their first "=".
+std::size_t hashOfKey(std::string_view key) {
+    return std::hash<std::string_view>()(key.substr(0, key.find('=')));
 }
 
 bool isKeyLine(std::string_view line, std::string_view key) {
@@ -44,6 +32,10 @@ void ConfigFileIndex::readLines(std::FILE* file) {
         mText.append(reader.line());
         mLineEnds.push_back(mText.size());
     }
+    if (file != nullptr && std::ferror(file) != 0) {
+        // Settings are taken from the whole file or not at all.
+        mLineEnds.clear();
+    }
 }
 
 void ConfigFileIndex::indexKeys() {
@@ -55,9 +47,9 @@ void ConfigFileIndex::indexKeys() {
     std::vector<std::pair<std::size_t, std::size_t>> shelvedLines;
     shelvedLines.reserve(mLineEnds.size());
     for (std::size_t line = 0; line < mLineEnds.size(); ++line) {
-        const auto [hash, isWhole] = hashOfKey(lineAt(line));
-        if (!isWhole) {
-            const std::size_t shelf = hash % shelves;
+        const std::string_view text = lineAt(line);
+        if (kavo::text::contains(text, "=")) {
+            const std::size_t shelf = hashOfKey(text) % shelves;
             shelvedLines.emplace_back(shelf, line);
             ++mShelves[shelf];
         }
@@ -85,7 +77,7 @@ std::size_t ConfigFileIndex::findFirst(std::string_view text) const {
 
 std::size_t ConfigFileIndex::findSection(std::string_view section) {
     for (const auto& [name, line] : mSectionLines) {
-        if (name == section) {
+        if (name.size() == section.size() && name == section) {
             return line;
         }
     }
@@ -98,7 +90,7 @@ std::optional<std::string_view> ConfigFileIndex::findLineContaining(std::string_
 }
 
 std::optional<std::string_view> ConfigFileIndex::findKeyLine(std::string_view section, std::string_view key) {
-    const std::size_t shelf = hashOfKey(key).hash % (mShelves.size() - 1);
+    const std::size_t shelf = hashOfKey(key) % (mShelves.size() - 1);
     const auto begin = mKeyLines.begin() + static_cast<std::ptrdiff_t>(mShelves[shelf]);
     const auto end = mKeyLines.begin() + static_cast<std::ptrdiff_t>(mShelves[shelf + 1]);
     const auto behindSection = std::upper_bound(begin, end, findSection(section));

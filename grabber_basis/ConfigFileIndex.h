@@ -9,7 +9,8 @@
 #include <vector>
 
 /// The lines of a configuration file, read once. Every lookup answers as if it searched the file from its
-/// beginning. A file of more than 262144 lines counts as ending there.
+/// beginning. A file of more than 262144 lines counts as ending there, one that cannot be read to its
+/// end as empty.
 class ConfigFileIndex {
   public:
     explicit ConfigFileIndex(std::FILE* file);

@@ -27,7 +27,7 @@ class TextFile {
     void write(std::string_view text);
     /// Whether any write to the file that is open now has failed.
     bool hasWriteFailed() const { return mHasWriteFailed; }
-    /// Whether reading met an error since the file was last rewound.
+    /// Whether reading the file that is open now has met an error.
     bool hasReadFailed() const { return stream() != nullptr && std::ferror(stream()) != 0; }
 
   private:

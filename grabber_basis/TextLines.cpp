@@ -1,5 +1,7 @@
 #include "grabber_basis/TextLines.h"
 
+#include <algorithm>
+
 namespace kavo::text {
 namespace {
 
@@ -16,18 +18,31 @@ std::string_view takeWhile(std::string_view& text, const CharacterSet& set, bool
 
 } // namespace
 
-LineReader::LineReader(std::FILE* file) : mFile(file), mBuffer{} {
+LineReader::LineReader(std::FILE* file) : mFile(file) {
     if (mFile != nullptr) {
-        std::rewind(mFile);
+        // Unlike rewind, this keeps the mark of an error that was met before.
+        std::fseek(mFile, 0, SEEK_SET);
     }
 }
 
+void LineReader::readAhead() {
+    char* const end = std::copy(mUnread.begin(), mUnread.end(), mBuffer.begin());
+    const auto room = static_cast<std::size_t>(mBuffer.end() - end);
+    mUnread = {mBuffer.data(), mUnread.size() + std::fread(end, 1, room, mFile)};
+}
+
 bool LineReader::next() {
-    if (mFile == nullptr || std::fgets(mBuffer, sizeof mBuffer, mFile) == nullptr) {
-        return false;
+    if (mFile != nullptr && mUnread.size() < longestLine && std::feof(mFile) == 0 &&
+        std::ferror(mFile) == 0) {
+        readAhead();
     }
-    mLine = mBuffer;
-    return true;
+    const std::string_view longest = mUnread.substr(0, longestLine);
+    const std::size_t lineEnd = longest.find('\n');
+    const std::string_view whole =
+        longest.substr(0, lineEnd == std::string_view::npos ? lineEnd : lineEnd + 1);
+    mLine = whole.substr(0, whole.find('\0'));
+    mUnread.remove_prefix(whole.size());
+    return !whole.empty();
 }
 
 bool contains(std::string_view line, std::string_view part) {
