@@ -1,6 +1,7 @@
 #include "tests/support/AllocationFaults.h"
 
 #include <atomic>
+#include <cstddef>
 #include <cstdlib>
 #include <malloc.h>
 #include <new>
@@ -30,15 +31,29 @@ bool isRefused() {
     return true;
 }
 
+/// Stands before every block.
+struct alignas(std::max_align_t) BlockHeader {
+    bool isCounted;
+};
+
+void count(BlockHeader* block, long change) {
+    if (block->isCounted) {
+        liveBlocks.fetch_add(change, std::memory_order_relaxed);
+        liveBytes.fetch_add(change * static_cast<long>(malloc_usable_size(block) - sizeof *block),
+                            std::memory_order_relaxed);
+    }
+}
+
 void* allocate(std::size_t size) noexcept {
-    if (isRefused()) {
+    auto* const block =
+        isRefused() ? nullptr : static_cast<BlockHeader*>(std::malloc(sizeof(BlockHeader) + size));
+    if (block == nullptr) {
         return nullptr;
     }
-    allocations += pauses > 0 ? 0 : 1;
-    void* const memory = std::malloc(size > 0 ? size : 1);
-    liveBlocks.fetch_add(1, std::memory_order_relaxed);
-    liveBytes.fetch_add(static_cast<long>(malloc_usable_size(memory)), std::memory_order_relaxed);
-    return memory;
+    block->isCounted = pauses == 0;
+    allocations += block->isCounted ? 1 : 0;
+    count(block, 1);
+    return block + 1;
 }
 
 void* allocateOrThrow(std::size_t size) {
@@ -51,9 +66,9 @@ void* allocateOrThrow(std::size_t size) {
 
 void release(void* memory) noexcept {
     if (memory != nullptr) {
-        liveBlocks.fetch_sub(1, std::memory_order_relaxed);
-        liveBytes.fetch_sub(static_cast<long>(malloc_usable_size(memory)), std::memory_order_relaxed);
-        std::free(memory);
+        BlockHeader* const block = static_cast<BlockHeader*>(memory) - 1;
+        count(block, -1);
+        std::free(block);
     }
 }
 

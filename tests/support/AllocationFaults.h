@@ -19,8 +19,8 @@ class AllocationFault {
     bool hasHappened() const;
 };
 
-/// While it lives, allocations of this thread succeed and are not among allocationCount(): for what happens
-/// on the other side of an interface.
+/// While it lives, allocations of this thread succeed and are counted nowhere: for what happens on the other
+/// side of an interface.
 class AllocationPause {
   public:
     AllocationPause();
@@ -32,8 +32,7 @@ class AllocationPause {
 /// Number of allocations that this thread has made.
 long allocationCount();
 
-/// What all threads have allocated and not released yet, pauses included: blocks, and bytes as the heap gives
-/// them.
+/// What all threads have allocated and not released yet: blocks, and bytes as the heap gives them.
 struct LiveMemory {
     long blocks;
     long bytes;

@@ -12,7 +12,7 @@ namespace {
 constexpr CallKind failingKinds[] = {
     CallKind::designLoad,     CallKind::designUnload,  CallKind::registerRead, CallKind::registerWrite,
     CallKind::initialisation, CallKind::release,       CallKind::idLookup,     CallKind::read,
-    CallKind::write,          CallKind::parameterTree,
+    CallKind::write,          CallKind::parameterTree, CallKind::acquisition,  CallKind::status,
 };
 
 bool canFail(const Call& call) {

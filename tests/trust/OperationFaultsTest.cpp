@@ -4,10 +4,10 @@
 #include "tests/support/Creation.h"
 #include "tests/support/LeakExemption.h"
 #include "tests/support/ScopedEnvironment.h"
-#include "tests/support/TemporaryFolder.h"
-#include "tests/trust/AppletView.h"
+#include "tests/trust/FaultFixture.h"
 #include "tests/trust/HostFaults.h"
-#include "tests/trust/ParameterAccess.h"
+#include "tests/trust/HostSparedFromFaults.h"
+#include "tests/trust/MemoryFaults.h"
 
 #include <optional>
 #include <sstream>
@@ -64,6 +64,11 @@ void CreationFaults::tryFault(SweepReport& report, const HostFaults& faults, std
     if (kind == CallKind::designLoad) {
         keptWrapper.emplace();
     }
+    // On one path the wrapper stays on purpose, with what it holds.
+    std::optional<MemoryBalance> balance;
+    if (kind != CallKind::designLoad) {
+        balance.emplace();
+    }
     faults.arrange(nth, duration);
     Creation creation(GetParam().slave);
     hostCalls().stopFailing();
@@ -87,20 +92,10 @@ INSTANTIATE_TEST_SUITE_P(Ways, CreationFaults,
                          [](const auto& suiteInfo) { return std::string(suiteInfo.param.name); });
 
 /// An applet whose settings are far from the defaults, on both ports.
-class OperationFaults : public testing::Test {
+class OperationFaults : public FaultFixture {
   protected:
-    struct Subject {
-        Subject() : view(applet) { hostCalls().record(false); }
-        void set(const Scene& scene) {
-            enter(applet, scene, 0);
-            enter(applet, scene, 1);
-        }
-        AppletOnBoard applet;
-        AppletView view;
-    };
-
-    static const Scene& changed() {
-        static const Scene scene{"Changed",
+    static const Scene& farFromDefaults() {
+        static const Scene scene{"FarFromDefaults",
                                  {{FG_TRIGGER_FRAMESPERSECOND, 5.0},
                                   {FG_AREATRIGGERMODE, 4U},
                                   {FG_TRIGGERSTATE, 0U},
@@ -117,12 +112,6 @@ class OperationFaults : public testing::Test {
                                   {FG_PROCESSING_GAIN, 2.0}}};
         return scene;
     }
-
-    int save(Subject& subject) { return Fg_saveConfig(subject.applet.handle(), file.c_str()); }
-    int load(Subject& subject) { return Fg_loadConfig(subject.applet.handle(), file.c_str()); }
-
-    kavo::test::TemporaryFolder folder;
-    std::string file = folder.path("settings.mcf");
 };
 
 std::vector<std::string> linesOf(const std::string& text) {
@@ -132,6 +121,22 @@ std::vector<std::string> linesOf(const std::string& text) {
         lines.push_back(line);
     }
     return lines;
+}
+
+/// What of differencesFromTwin() the getters should have told. The trigger system's registers depend on the way
+/// that led to its settings; of a region's two halves the first stays written when the second fails.
+std::string unexpected(const std::string& differences, std::string failed) {
+    constexpr std::string_view secondHalf = "DRAM_A_1_";
+    if (const std::size_t half = failed.find(secondHalf); half != std::string::npos) {
+        failed.replace(half, secondHalf.size(), "DRAM_A_0_");
+    }
+    std::string unexpected;
+    std::istringstream stream(differences);
+    for (std::string part; std::getline(stream >> std::ws, part, ';');) {
+        const std::string name = part.substr(0, part.find(' '));
+        unexpected += part.find("_Trigger_") != std::string::npos || name == failed ? "" : part + ';';
+    }
+    return unexpected;
 }
 
 /// Lines of the one text that are missing in the other, which has no lines of its own.
@@ -176,6 +181,7 @@ TEST_P(CreationFaults, GiveTheSpecifiedCodeAndLeaveNothing) {
 TEST_P(CreationFaults, FreeingTellsTheCodeOfTheRuntimeAndLeavesNothing) {
     SweepReport report(std::string("Freeing, ") + GetParam().name);
     report.operation();
+    const int librariesBefore = openLibraries();
     const auto create = [] { return Fg_Struct{Std_entry(board().device(), nullptr, GetParam().slave)}; };
     Fg_Struct handle = create();
     const HostFaults faults([&] { EXPECT_EQ(Fg_FreeGrabber(&handle), 0); });
@@ -185,6 +191,7 @@ TEST_P(CreationFaults, FreeingTellsTheCodeOfTheRuntimeAndLeavesNothing) {
             SCOPED_TRACE(faults.call(nth).function);
             // A runtime or design runtime that refuses keeps its own objects.
             const LeakExemption keptByTheHost;
+            const MemoryBalance balance;
             handle = create();
             faults.arrange(nth, duration);
             const int code = Fg_FreeGrabber(&handle);
@@ -196,33 +203,31 @@ TEST_P(CreationFaults, FreeingTellsTheCodeOfTheRuntimeAndLeavesNothing) {
             EXPECT_EQ(namesOfNew(), namesOfAll);
         }
     }
+    EXPECT_EQ(openLibraries(), librariesBefore);
 }
 
 TEST_F(OperationFaults, DefaultsThatAreRefusedLeaveEachParameterAsItWas) {
     SweepReport report("Defaults");
     report.operation();
-    Subject undisturbed;
-    const AppletView::Picture fresh = undisturbed.view.look();
-    undisturbed.set(changed());
-    const AppletView::Picture before = undisturbed.view.look();
+    FaultSubject undisturbed(farFromDefaults());
+    const AppletView::Picture before = undisturbed.look();
     const HostFaults faults([&] { undisturbed.applet.wrapper().setDefaultValues(); });
-    const AppletView::Picture after = undisturbed.view.look();
+    const AppletView::Picture after = undisturbed.look();
     EXPECT_GT(faults.count(), 200U);
     for (std::size_t nth = 0; nth < faults.count(); ++nth) {
         for (const FaultDuration duration : bothDurations) {
             SCOPED_TRACE("call " + std::to_string(nth) + ' ' + faults.call(nth).name);
-            Subject subject;
-            subject.set(changed());
+            FaultSubject subject(farFromDefaults());
             faults.arrange(nth, duration);
             EXPECT_NO_THROW(subject.applet.wrapper().setDefaultValues());
             hostCalls().stopFailing();
-            const AppletView::Picture seen = subject.view.look();
+            const AppletView::Picture seen = subject.look();
             report.fault(true);
-            EXPECT_EQ(subject.view.strangeValues(seen, before, after), "");
+            EXPECT_EQ(subject.view().strangeValues(seen, before, after), "");
             EXPECT_NO_THROW(subject.applet.wrapper().setDefaultValues());
-            const AppletView::Picture repeated = subject.view.look();
-            EXPECT_EQ(subject.view.differencesInValues(after, repeated), "");
-            EXPECT_EQ(subject.view.differencesInRecords(after, repeated), "");
+            const AppletView::Picture repeated = subject.look();
+            EXPECT_EQ(subject.view().differencesInValues(after, repeated), "");
+            EXPECT_EQ(subject.view().differencesInRecords(after, repeated), "");
         }
     }
 }
@@ -230,11 +235,10 @@ TEST_F(OperationFaults, DefaultsThatAreRefusedLeaveEachParameterAsItWas) {
 TEST_F(OperationFaults, SavingLeavesOutTheKeysThatCannotBeRead) {
     SweepReport report("Saving");
     report.operation();
-    Subject subject;
-    subject.set(changed());
+    FaultSubject subject(farFromDefaults());
     const HostFaults faults([&] { EXPECT_EQ(save(subject), 0); });
     const std::string whole = fileContent(file);
-    const AppletView::Picture before = subject.view.look();
+    const AppletView::Picture before = subject.look();
     EXPECT_EQ(faults.count(), 2U * 9);
     for (std::size_t nth = 0; nth < faults.count(); ++nth) {
         for (const FaultDuration duration : bothDurations) {
@@ -247,9 +251,9 @@ TEST_F(OperationFaults, SavingLeavesOutTheKeysThatCannotBeRead) {
             EXPECT_EQ(subject.applet.lastError(), 0);
             EXPECT_EQ(missingLines(whole, fileContent(file)),
                       duration == FaultDuration::once ? 1 : faults.count() - nth);
-            const AppletView::Picture seen = subject.view.look();
-            EXPECT_EQ(subject.view.differencesInValues(before, seen), "");
-            EXPECT_EQ(subject.view.differencesInHardware(before, seen), "");
+            const AppletView::Picture seen = subject.look();
+            EXPECT_EQ(subject.view().differencesInValues(before, seen), "");
+            EXPECT_EQ(subject.view().differencesInHardware(before, seen), "");
             EXPECT_EQ(save(subject), 0);
             EXPECT_EQ(fileContent(file), whole);
         }
@@ -260,37 +264,42 @@ TEST_F(OperationFaults, LoadingLeavesEachParameterAsBeforeOrAsInTheFile) {
     SweepReport report("Loading");
     report.operation();
     {
-        Subject source;
-        source.set(changed());
+        FaultSubject source(farFromDefaults());
         ASSERT_EQ(save(source), 0);
     }
-    Subject undisturbed;
-    const AppletView::Picture before = undisturbed.view.look();
+    FaultSubject undisturbed;
+    const AppletView::Picture before = undisturbed.look();
     const HostFaults faults([&] { EXPECT_EQ(load(undisturbed), 0); });
-    const AppletView::Picture after = undisturbed.view.look();
+    const AppletView::Picture after = undisturbed.look();
     EXPECT_GT(faults.count(), 200U);
     for (std::size_t nth = 0; nth < faults.count(); ++nth) {
         for (const FaultDuration duration : bothDurations) {
             SCOPED_TRACE("call " + std::to_string(nth) + ' ' + faults.call(nth).name);
-            Subject subject;
+            std::optional<FaultSubject> subject(std::in_place);
             faults.arrange(nth, duration);
-            const int code = load(subject);
+            const int code = load(*subject);
             hostCalls().stopFailing();
             report.fault(code == 0);
             EXPECT_EQ(code, 0);
-            EXPECT_EQ(subject.applet.lastError(), 0);
-            EXPECT_EQ(subject.view.strangeValues(subject.view.look(), before, after), "");
-            EXPECT_EQ(load(subject), 0);
-            const AppletView::Picture repeated = subject.view.look();
-            EXPECT_EQ(subject.view.differencesInValues(after, repeated), "");
-            EXPECT_EQ(subject.view.differencesInRecords(after, repeated), "");
+            EXPECT_EQ(subject->applet.lastError(), 0);
+            EXPECT_EQ(subject->view().strangeValues(subject->look(), before, after), "");
+            EXPECT_EQ(load(*subject), 0);
+            const AppletView::Picture repeated = subject->look();
+            EXPECT_EQ(subject->view().differencesInValues(after, repeated), "");
+            EXPECT_EQ(subject->view().differencesInRecords(after, repeated), "");
+
+            subject.emplace();
+            faults.arrange(nth, duration);
+            load(*subject);
+            hostCalls().stopFailing();
+            EXPECT_EQ(unexpected(differencesFromTwin(subject), faults.call(nth).name), "");
         }
     }
 }
 
 TEST_F(OperationFaults, TheXmlDescriptionAsksTheHostForNothing) {
     SweepReport report("XML");
-    Subject subject;
+    FaultSubject subject;
     for (const int port : {0, 1}) {
         report.operation();
         unsigned size = 0;
