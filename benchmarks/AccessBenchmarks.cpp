@@ -3,10 +3,9 @@
 #include "benchmarks/BareHandle.h"
 #include "benchmarks/RatioReporter.h"
 #include "platform/ParameterIds.h"
+#include "platform/ParameterValues.h"
 
 namespace {
-
-constexpr int anyType = 2;
 
 void cachedGet(benchmark::State& state) {
     BareHandle handle;
@@ -57,6 +56,26 @@ void statusGet(benchmark::State& state) {
 }
 BENCHMARK(statusGet)->Name("get/status");
 
+void tableEntrySet(benchmark::State& state) {
+    BareHandle handle;
+    const FieldParameterInt_s entry{1000, 1000};
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(Fg_setParameterWithType(handle.get(), FG_LUT_VALUE, &entry, 0, anyType));
+    }
+}
+BENCHMARK(tableEntrySet)->Name("set/table-entry");
+
+void statusFloor(benchmark::State& state) {
+    BareHandle handle;
+    unsigned status = 0;
+    const unsigned long calls = hostCallsOf(
+        [&] { Fg_getParameterWithType(handle.get(), FG_CAMSTATUS_EXTENDED, &status, 0, anyType); });
+    for (auto _ : state) {
+        callHost(calls);
+    }
+}
+BENCHMARK(statusFloor)->Name("floor/status-calls");
+
 void nameLookup(benchmark::State& state) {
     BareHandle handle;
     for (auto _ : state) {
@@ -83,9 +102,10 @@ BENCHMARK(eventLookup)->Name("lookup/event");
 
 const bool compared = [] {
     compare("get/cached", "floor/lock+call+switch", 1.5);
-    compare("get/status", "floor/5reads");
+    compare("get/status", "floor/status-calls");
     compare("set/width", "floor/lock+call+switch+2writes", 2.5);
     compare("set/output", "floor/lock+call+switch+2writes");
+    compare("set/table-entry", "floor/lock+call+switch+2writes");
     compare("set/refused", "floor/thrown-code", 1.2);
     compare("lookup/id-by-name", "floor/lock+call+switch");
     compare("lookup/id-by-index", "floor/lock+call+switch");

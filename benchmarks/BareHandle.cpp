@@ -1,5 +1,6 @@
 #include "benchmarks/BareHandle.h"
 
+#include <cstdint>
 #include <cstdlib>
 #include <dlfcn.h>
 #include <filesystem>
@@ -25,9 +26,17 @@ const Host& host() {
         find(library, found.set, "Fg_setParameterWithType");
         find(library, found.get, "Fg_getParameterWithType");
         find(library, found.idByName, "Fg_getParameterIdByName");
+        find(library, found.calls, "nullHostCalls");
         return found;
     }();
     return functions;
+}
+
+void callHost(unsigned long times) {
+    std::uint64_t word = 0;
+    for (unsigned long call = 0; call < times; ++call) {
+        host().get(nullptr, static_cast<int>(call), &word, 0, anyType);
+    }
 }
 
 BareHandle::BareHandle() {

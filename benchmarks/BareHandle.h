@@ -9,8 +9,22 @@ struct Host {
     decltype(&::Fg_setParameterWithType) set;
     decltype(&::Fg_getParameterWithType) get;
     decltype(&::Fg_getParameterIdByName) idByName;
+    unsigned long (*calls)();
 };
 const Host& host();
+
+/// How often an operation reads, writes or looks up a parameter of the host.
+template <class Operation>
+unsigned long hostCallsOf(Operation operation) {
+    const unsigned long before = host().calls();
+    operation();
+    return host().calls() - before;
+}
+
+/// As many bare calls on the host.
+void callHost(unsigned long times);
+
+constexpr int anyType = 2;
 
 /// An applet over the host that does nothing.
 class BareHandle {

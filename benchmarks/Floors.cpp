@@ -1,10 +1,12 @@
 // What the figures stand beside: the least that a figure must do, measured in the same run.
 
+#include "applet/StandardParameterCaches.h"
 #include "benchmarks/BareHandle.h"
 #include "platform/ParameterIds.h"
 
 #include <benchmark/benchmark.h>
 
+#include <memory>
 #include <pthread.h>
 
 namespace {
@@ -26,74 +28,90 @@ class ErrorCheckingMutex {
     pthread_mutex_t mMutex{};
 };
 
-/// An operation behind a virtual call, as a wrapper's are.
-class Operation {
+/// Accesses behind a virtual call, as a wrapper's are.
+class Access {
   public:
-    virtual ~Operation() = default;
-    virtual int access(int id, unsigned* value) = 0;
+    virtual ~Access() = default;
+    virtual int get(int id, unsigned* value) = 0;
+    virtual int set(int id, const unsigned* value) = 0;
 };
 
-class SwitchOverIds final : public Operation {
+/// The least that an access is made of: the lock, one switch over the applet's ids, the value; for a set, two
+/// calls on the host.
+class LeastAccess final : public Access {
   public:
-    explicit SwitchOverIds(int hostCalls) : mHostCalls(hostCalls) {}
-
-    int access(int id, unsigned* value) override {
+    int get(int id, unsigned* value) override {
         mMutex.lock();
-        const int code = choose(id, value);
+        const int code = read(id, value);
+        mMutex.unlock();
+        return code;
+    }
+
+    int set(int id, const unsigned* value) override {
+        mMutex.lock();
+        const int code = write(id, value);
         mMutex.unlock();
         return code;
     }
 
   private:
-    int choose(int id, unsigned* value) {
+    int read(int id, unsigned* value) const {
         switch (id) {
-#define IDS(first)                                                                                           \
-    case first:                                                                                              \
-    case first + 1:                                                                                          \
-    case first + 2:                                                                                          \
-    case first + 3:                                                                                          \
-    case first + 4:
-            // As many ids as the applet has, as far apart.
-            IDS(600)
-            IDS(2000)
-            IDS(2050)
-            IDS(3050) IDS(3080) IDS(4000) IDS(4010) IDS(5210) IDS(8110) IDS(8116) IDS(8800) IDS(11011)
-                IDS(14010) IDS(24010) IDS(24020) IDS(110017) IDS(200350) IDS(300000)* value =
-                    static_cast<unsigned>(id);
-            return 0;
-#undef IDS
-        case FG_WIDTH:
-        case FG_HEIGHT:
-        case FG_XOFFSET: {
-            for (int call = 0; call < mHostCalls; ++call) {
-                host().set(nullptr, id, value, 0, 2);
-            }
-            benchmark::DoNotOptimize(*value += 1);
-            return 0;
-        }
+#define X(name, ...)                                                                                         \
+    case name:                                                                                               \
+        *value = of_##name;                                                                                  \
+        return 0;
+            ORBELLINE_WRITABLE_PARAMETERS(X)
+            ORBELLINE_READ_ONLY_PARAMETERS(X)
+#undef X
         default:
             return -1;
         }
     }
 
+    int write(int id, const unsigned* value) {
+        switch (id) {
+#define X(name, ...)                                                                                         \
+    case name:                                                                                               \
+        of_##name = *value;                                                                                  \
+        break;
+            ORBELLINE_WRITABLE_PARAMETERS(X)
+            ORBELLINE_READ_ONLY_PARAMETERS(X)
+#undef X
+        default:
+            return -1;
+        }
+        host().set(nullptr, id, value, 0, anyType);
+        return host().set(nullptr, id, value, 0, anyType);
+    }
+
     ErrorCheckingMutex mMutex;
-    int mHostCalls;
+#define X(name, ...) unsigned of_##name = 0;
+    ORBELLINE_WRITABLE_PARAMETERS(X)
+    ORBELLINE_READ_ONLY_PARAMETERS(X)
+#undef X
 };
 
-void accessBeside(benchmark::State& state, int hostCalls) {
-    SwitchOverIds floor(hostCalls);
-    Operation* operation = &floor;
-    benchmark::DoNotOptimize(operation);
-    unsigned value = 0;
+/// Nothing about the object is known outside, so that its calls stay virtual.
+[[gnu::noipa]] std::unique_ptr<Access> makeLeastAccess() { return std::make_unique<LeastAccess>(); }
+
+template <class Operation>
+void leastAccess(benchmark::State& state, Operation operation) {
+    const std::unique_ptr<Access> access = makeLeastAccess();
+    unsigned value = 512;
     for (auto _ : state) {
-        benchmark::DoNotOptimize(operation->access(FG_WIDTH, &value));
+        benchmark::DoNotOptimize(operation(*access, value));
     }
 }
 
-void floorAccess(benchmark::State& state) { accessBeside(state, 0); }
-BENCHMARK(floorAccess)->Name("floor/lock+call+switch");
+void floorGet(benchmark::State& state) {
+    leastAccess(state, [](Access& access, unsigned& value) { return access.get(FG_WIDTH, &value); });
+}
+BENCHMARK(floorGet)->Name("floor/lock+call+switch");
 
-void floorSet(benchmark::State& state) { accessBeside(state, 2); }
+void floorSet(benchmark::State& state) {
+    leastAccess(state, [](Access& access, unsigned& value) { return access.set(FG_WIDTH, &value); });
+}
 BENCHMARK(floorSet)->Name("floor/lock+call+switch+2writes");
 
 [[gnu::noinline]] void throwCode(int code) {
@@ -117,28 +135,5 @@ void floorThrow(benchmark::State& state) {
     }
 }
 BENCHMARK(floorThrow)->Name("floor/thrown-code");
-
-/// The bare host calls of a rate change: eight reads, one write.
-void floorRateCalls(benchmark::State& state) {
-    std::uint64_t word = 0;
-    for (auto _ : state) {
-        for (int read = 0; read < 8; ++read) {
-            host().get(nullptr, read, &word, 0, 2);
-        }
-        benchmark::DoNotOptimize(host().set(nullptr, 1, &word, 0, 2));
-    }
-}
-BENCHMARK(floorRateCalls)->Name("floor/8reads+1write");
-
-/// The bare host calls of an extended status: overflow twice, two fill levels, the runtime's own status.
-void floorStatusCalls(benchmark::State& state) {
-    std::uint64_t word = 0;
-    for (auto _ : state) {
-        for (int read = 0; read < 5; ++read) {
-            benchmark::DoNotOptimize(host().get(nullptr, read, &word, 0, 2));
-        }
-    }
-}
-BENCHMARK(floorStatusCalls)->Name("floor/5reads");
 
 } // namespace

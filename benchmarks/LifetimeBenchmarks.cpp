@@ -3,31 +3,55 @@
 #include "benchmarks/BareHandle.h"
 #include "benchmarks/RatioReporter.h"
 
+#include <cstdint>
 #include <dlfcn.h>
+#include <fcntl.h>
+#include <memory>
+#include <unistd.h>
+#include <vector>
 
 namespace {
 
-void createAndFree(benchmark::State& state) {
-    for (auto _ : state) {
-        BareHandle handle;
-        benchmark::DoNotOptimize(handle.get());
-    }
-}
-BENCHMARK(createAndFree)->Name("lifetime/create+free");
+// In batches: stopping the clock takes as long as a good part of a creation.
+constexpr std::size_t batch = 32;
 
-/// The host calls of a creation with defaults, about as many as it makes.
-void creationCalls(benchmark::State& state) {
-    constexpr int idLookups = 178;
-    constexpr int accesses = 250;
-    std::uint64_t word = 0;
+template <class Operation>
+void perHandle(benchmark::State& state, Operation operation) {
     for (auto _ : state) {
-        for (int lookup = 0; lookup < idLookups; ++lookup) {
-            benchmark::DoNotOptimize(host().idByName(nullptr, "Device1"));
-        }
-        for (int access = 0; access < accesses; ++access) {
-            benchmark::DoNotOptimize(host().get(nullptr, access, &word, 0, 2));
-        }
+        operation(state);
     }
+    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations() * batch));
+}
+
+void create(benchmark::State& state) {
+    perHandle(state, [](benchmark::State& timed) {
+        std::vector<std::unique_ptr<BareHandle>> handles(batch);
+        for (auto& handle : handles) {
+            handle = std::make_unique<BareHandle>();
+        }
+        timed.PauseTiming();
+        handles.clear();
+        timed.ResumeTiming();
+    });
+}
+BENCHMARK(create)->Name("lifetime/create");
+
+void release(benchmark::State& state) {
+    perHandle(state, [](benchmark::State& timed) {
+        timed.PauseTiming();
+        std::vector<std::unique_ptr<BareHandle>> handles(batch);
+        for (auto& handle : handles) {
+            handle = std::make_unique<BareHandle>();
+        }
+        timed.ResumeTiming();
+        handles.clear();
+    });
+}
+BENCHMARK(release)->Name("lifetime/free");
+
+void creationCalls(benchmark::State& state) {
+    const unsigned long calls = hostCallsOf([] { const BareHandle handle; });
+    perHandle(state, [calls](benchmark::State&) { callHost(calls * batch); });
 }
 BENCHMARK(creationCalls)->Name("floor/creation-calls");
 
@@ -40,8 +64,19 @@ void openLibrary(benchmark::State& state) {
 }
 BENCHMARK(openLibrary)->Name("lifetime/open-library");
 
+void openFile(benchmark::State& state) {
+    for (auto _ : state) {
+        const int file = open(APPLET_FILE, O_RDONLY | O_CLOEXEC);
+        benchmark::DoNotOptimize(file);
+        close(file);
+    }
+}
+BENCHMARK(openFile)->Name("floor/open-file");
+
 const bool compared = [] {
-    compare("lifetime/create+free", "floor/creation-calls");
+    compareTime("lifetime/create", "floor/creation-calls", 300e3);
+    compareTime("lifetime/free", "floor/creation-calls");
+    compareTime("lifetime/open-library", "floor/open-file", 1e6);
     return true;
 }();
 

@@ -1,6 +1,10 @@
 #include "benchmarks/RatioReporter.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <fstream>
+#include <iomanip>
+#include <sstream>
 
 namespace {
 
@@ -9,36 +13,87 @@ std::vector<Comparison>& comparisons() {
     return all;
 }
 
+std::string fixed(double value, int digits) {
+    std::ostringstream text;
+    text << std::fixed << std::setprecision(digits) << value;
+    return text.str();
+}
+
+std::string timeText(double nanoseconds) {
+    constexpr double microsecond = 1e3;
+    constexpr double millisecond = 1e6;
+    if (nanoseconds >= millisecond) {
+        return fixed(nanoseconds / millisecond, 2) + " ms";
+    }
+    return nanoseconds >= microsecond ? fixed(nanoseconds / microsecond, 1) + " µs"
+                                      : fixed(nanoseconds, 1) + " ns";
+}
+
+std::string aimText(const Comparison& comparison) {
+    if (comparison.nanoseconds > 0) {
+        return timeText(comparison.nanoseconds);
+    }
+    return comparison.ratio > 0 ? fixed(comparison.ratio, 2) + " x" : "";
+}
+
 } // namespace
 
-void compare(const std::string& figure, const std::string& floor, double target) {
-    comparisons().push_back({figure, floor, target});
+void compare(const std::string& figure, const std::string& floor, double ratio) {
+    comparisons().push_back({figure, floor, ratio, 0});
+}
+
+void compareTime(const std::string& figure, const std::string& floor, double nanoseconds) {
+    comparisons().push_back({figure, floor, 0, nanoseconds});
 }
 
 void RatioReporter::ReportRuns(const std::vector<Run>& runs) {
     ConsoleReporter::ReportRuns(runs);
     for (const Run& run : runs) {
-        const bool counts = run.run_type == Run::RT_Iteration || run.aggregate_name == "median";
-        if (counts && run.iterations > 0) {
-            const double seconds = run.GetAdjustedCPUTime() / benchmark::GetTimeUnitMultiplier(run.time_unit);
-            mNanoseconds[run.run_name.function_name] = seconds * 1e9;
+        if (run.run_type != Run::RT_Iteration || run.iterations == 0) {
+            continue;
         }
+        const double seconds = run.GetAdjustedCPUTime() / benchmark::GetTimeUnitMultiplier(run.time_unit);
+        const auto perSecond = run.counters.find("items_per_second");
+        const double time = (perSecond != run.counters.end() ? 1 / perSecond->second.value : seconds) * 1e9;
+        const auto [known, isNew] = mNanoseconds.emplace(run.run_name.function_name, time);
+        known->second = std::min(known->second, time);
     }
 }
 
-void RatioReporter::Finalize() {
-    std::printf("\n%-34s %12s   %-34s %12s %7s %7s\n", "figure", "CPU ns", "floor", "CPU ns", "ratio", "aim");
+std::vector<RatioReporter::Row> RatioReporter::measured() const {
+    std::vector<Row> rows;
     for (const Comparison& comparison : comparisons()) {
         const auto figure = mNanoseconds.find(comparison.figure);
         const auto floor = mNanoseconds.find(comparison.floor);
-        if (figure == mNanoseconds.end() || floor == mNanoseconds.end()) {
-            continue;
+        if (figure != mNanoseconds.end() && floor != mNanoseconds.end()) {
+            rows.push_back({comparison, figure->second, floor->second});
         }
-        std::printf("%-34s %12.1f   %-34s %12.1f %7.2f", comparison.figure.c_str(), figure->second,
-                    comparison.floor.c_str(), floor->second, figure->second / floor->second);
-        if (comparison.target > 0) {
-            std::printf(" %7.2f", comparison.target);
-        }
-        std::printf("\n");
+    }
+    std::sort(rows.begin(), rows.end(), [](const Row& left, const Row& right) {
+        return left.comparison.figure < right.comparison.figure;
+    });
+    return rows;
+}
+
+void RatioReporter::Finalize() {
+    const std::vector<Row> rows = measured();
+    std::printf("\n%-32s %10s   %-32s %10s %7s %9s\n", "figure", "CPU", "floor", "CPU", "ratio", "aim");
+    for (const Row& row : rows) {
+        std::printf("%-32s %10s   %-32s %10s %7.2f %9s\n", row.comparison.figure.c_str(),
+                    timeText(row.figure).c_str(), row.comparison.floor.c_str(), timeText(row.floor).c_str(),
+                    row.figure / row.floor, aimText(row.comparison).c_str());
+    }
+    if (!mMarkdown.empty()) {
+        writeMarkdown(rows);
+    }
+}
+
+void RatioReporter::writeMarkdown(const std::vector<Row>& rows) const {
+    std::ofstream file(mMarkdown);
+    file << "| figure | CPU time | floor | CPU time | ratio | aim |\n|---|---:|---|---:|---:|---:|\n";
+    for (const Row& row : rows) {
+        file << "| " << row.comparison.figure << " | " << timeText(row.figure) << " | "
+             << row.comparison.floor << " | " << timeText(row.floor) << " | "
+             << fixed(row.figure / row.floor, 2) << " | " << aimText(row.comparison) << " |\n";
     }
 }

@@ -10,7 +10,6 @@
 
 namespace {
 
-constexpr int anyType = 2;
 constexpr int entries = 4096;
 
 void computeTable(benchmark::State& state, double gamma) {

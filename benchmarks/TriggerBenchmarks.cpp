@@ -8,34 +8,37 @@
 
 namespace {
 
-constexpr int anyType = 2;
-
 template <class Value>
 void set(BareHandle& handle, int id, Value value) {
     Fg_setParameterWithType(handle.get(), id, &value, 0, anyType);
 }
 
-void rateSet(benchmark::State& state) {
+/// A set that takes two values in turn, or only the host calls of one.
+template <class Value>
+void alternate(benchmark::State& state, int id, Value first, Value second, bool onlyCalls) {
     BareHandle handle;
-    double rate = 100;
+    Value value = first;
+    const auto change = [&] {
+        value = value == first ? second : first;
+        return Fg_setParameterWithType(handle.get(), id, &value, 0, anyType);
+    };
+    const unsigned long calls = (hostCallsOf(change) + hostCallsOf(change)) / 2;
     for (auto _ : state) {
-        rate = rate == 100 ? 200 : 100;
-        benchmark::DoNotOptimize(
-            Fg_setParameterWithType(handle.get(), FG_TRIGGER_FRAMESPERSECOND, &rate, 0, anyType));
+        onlyCalls ? callHost(calls) : benchmark::DoNotOptimize(change());
     }
 }
-BENCHMARK(rateSet)->Name("trigger/rate");
 
-void stateChange(benchmark::State& state) {
-    BareHandle handle;
-    unsigned triggerState = 0;
-    for (auto _ : state) {
-        triggerState ^= 2;
-        benchmark::DoNotOptimize(
-            Fg_setParameterWithType(handle.get(), FG_TRIGGERSTATE, &triggerState, 0, anyType));
-    }
+void rate(benchmark::State& state, bool onlyCalls) {
+    alternate(state, FG_TRIGGER_FRAMESPERSECOND, 100.0, 200.0, onlyCalls);
 }
-BENCHMARK(stateChange)->Name("trigger/state-change");
+BENCHMARK_CAPTURE(rate, set, false)->Name("trigger/rate");
+BENCHMARK_CAPTURE(rate, calls, true)->Name("floor/rate-calls");
+
+void triggerState(benchmark::State& state, bool onlyCalls) {
+    alternate(state, FG_TRIGGERSTATE, 0U, 2U, onlyCalls);
+}
+BENCHMARK_CAPTURE(triggerState, set, false)->Name("trigger/state-change");
+BENCHMARK_CAPTURE(triggerState, calls, true)->Name("floor/state-change-calls");
 
 void softwareTriggers(benchmark::State& state) {
     BareHandle handle;
@@ -64,8 +67,8 @@ void softwareFloor(benchmark::State& state) {
 BENCHMARK(softwareFloor)->Name("floor/2040-writes+sleeps");
 
 const bool compared = [] {
-    compare("trigger/rate", "floor/8reads+1write");
-    compare("trigger/state-change", "floor/8reads+1write");
+    compare("trigger/rate", "floor/rate-calls");
+    compare("trigger/state-change", "floor/state-change-calls");
     compare("trigger/2040-software-pulses", "floor/2040-writes+sleeps");
     return true;
 }();
