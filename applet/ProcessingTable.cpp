@@ -1,10 +1,9 @@
 #include "applet/ProcessingTable.h"
 
-#include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstddef>
 #include <emmintrin.h>
-#include <limits>
 
 namespace {
 
@@ -20,50 +19,37 @@ constexpr Shares shares = [] {
     return values;
 }();
 
-/// What a conversion to a signed word gives for a number that it cannot hold.
-constexpr std::int32_t notRepresentable = std::numeric_limits<std::int32_t>::min();
-
-std::int32_t truncate(double value) {
-    constexpr double lowerEnd = -2147483649.0;
-    constexpr double upperEnd = 2147483648.0;
-    return value > lowerEnd && value < upperEnd ? static_cast<std::int32_t>(value) : notRepresentable;
-}
-
-void computePower(const Processing& processing, TableEntryValue::Stored& table) {
-    const double exponent = 1.0 / processing.gamma;
-    for (unsigned input = 0; input < table.size(); ++input) {
-        const double x = (shares[input] + processing.offset) * processing.gain;
-        std::int32_t entry = x < 0.0 ? 0 : truncate(std::pow(x, exponent) * scale + 0.5);
-        if (processing.invert) {
-            // Wraps as the design's own 32-bit arithmetic would.
-            entry = static_cast<std::int32_t>(largestPixelValue - static_cast<std::uint32_t>(entry));
-        }
-        table[input] = static_cast<std::uint32_t>(std::clamp<std::int32_t>(entry, 0, largestPixelValue));
-    }
-}
-
-/// The same with the power of one, which is the value itself, bit for bit: four entries at a time.
-class LinearCurve {
+/// Computes entries four at a time. The curve makes two results of two values.
+template <class Curve>
+class TableProcessor {
   public:
     static constexpr std::size_t entriesAtATime = 4;
 
-    explicit LinearCurve(const Processing& processing)
-        : mOffset(_mm_set1_pd(processing.offset)), mGain(_mm_set1_pd(processing.gain)),
+    TableProcessor(const Processing& processing, Curve curve)
+        : mCurve(curve), mOffset(_mm_set1_pd(processing.offset)), mGain(_mm_set1_pd(processing.gain)),
           mFlip(_mm_set1_epi32(processing.invert ? -1 : 0)),
           mAfterFlip(_mm_set1_epi32(processing.invert ? largestPixelValue + 1 : 0)) {}
 
-    [[nodiscard]] __m128i entries(const double* fourShares) const {
-        const __m128i entries = _mm_unpacklo_epi64(twoEntries(fourShares), twoEntries(fourShares + 2));
-        // The negative of a number is its complement plus one.
-        return clamped(_mm_add_epi32(_mm_xor_si128(entries, mFlip), mAfterFlip));
+    void compute(TableEntryValue::Stored& table) const {
+        static_assert(lookupTableSize % entriesAtATime == 0);
+        for (std::size_t input = 0; input < table.size(); input += entriesAtATime) {
+            const __m128i entries =
+                _mm_unpacklo_epi64(twoEntries(&shares[input]), twoEntries(&shares[input + 2]));
+            _mm_storeu_si128(reinterpret_cast<__m128i*>(&table[input]), clamped(inverted(entries)));
+        }
     }
 
   private:
+    /// Rounded results. One that no signed word holds becomes the least number there is.
     [[nodiscard]] __m128i twoEntries(const double* twoShares) const {
         const __m128d x = _mm_mul_pd(_mm_add_pd(_mm_loadu_pd(twoShares), mOffset), mGain);
-        const __m128d y = _mm_add_pd(_mm_mul_pd(x, _mm_set1_pd(scale)), _mm_set1_pd(0.5));
-        // The conversion itself makes what it cannot hold notRepresentable.
+        const __m128d y = _mm_add_pd(_mm_mul_pd(mCurve(x), _mm_set1_pd(scale)), _mm_set1_pd(0.5));
         return _mm_cvttpd_epi32(_mm_andnot_pd(_mm_cmplt_pd(x, _mm_setzero_pd()), y));
+    }
+
+    /// Wraps as the design's own 32-bit arithmetic would: a negative is the complement plus one.
+    [[nodiscard]] __m128i inverted(__m128i entries) const {
+        return _mm_add_epi32(_mm_xor_si128(entries, mFlip), mAfterFlip);
     }
 
     static __m128i clamped(__m128i entries) {
@@ -73,20 +59,21 @@ class LinearCurve {
         return _mm_unpacklo_epi16(pixels, _mm_setzero_si128());
     }
 
+    Curve mCurve;
     __m128d mOffset, mGain;
     __m128i mFlip, mAfterFlip;
 };
 
-void computeLinear(const Processing& processing, TableEntryValue::Stored& table) {
-    static_assert(lookupTableSize % LinearCurve::entriesAtATime == 0);
-    const LinearCurve curve(processing);
-    for (std::size_t input = 0; input < table.size(); input += LinearCurve::entriesAtATime) {
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(&table[input]), curve.entries(&shares[input]));
-    }
-}
-
 } // namespace
 
 void Processing::compute(TableEntryValue::Stored& table) const {
-    gamma == 1.0 ? computeLinear(*this, table) : computePower(*this, table);
+    if (gamma == 1.0) {
+        // The power of one is the value itself, bit for bit.
+        TableProcessor(*this, [](__m128d x) { return x; }).compute(table);
+    } else {
+        TableProcessor(*this, [exponent = 1.0 / gamma](__m128d x) {
+            return _mm_set_pd(std::pow(_mm_cvtsd_f64(_mm_unpackhi_pd(x, x)), exponent),
+                              std::pow(_mm_cvtsd_f64(x), exponent));
+        }).compute(table);
+    }
 }

@@ -10,10 +10,7 @@ namespace {
 
 constexpr std::size_t mostLines = 1U << 18;
 
-/// Equal for keys that are equal before their first "=".
-std::size_t hashOfKey(std::string_view key) {
-    return std::hash<std::string_view>()(key.substr(0, key.find('=')));
-}
+std::size_t hashOf(std::string_view text) { return std::hash<std::string_view>()(text); }
 
 bool isKeyLine(std::string_view line, std::string_view key) {
     return line.size() > key.size() && line[key.size()] == '=' && line.substr(0, key.size()) == key;
@@ -27,6 +24,10 @@ ConfigFileIndex::ConfigFileIndex(std::FILE* file) {
 }
 
 void ConfigFileIndex::readLines(std::FILE* file) {
+    if (file != nullptr) {
+        // What was written in vain before says nothing about reading.
+        std::clearerr(file);
+    }
     kavo::text::LineReader reader(file);
     while (mLineEnds.size() < mostLines && reader.next()) {
         mText.append(reader.line());
@@ -34,6 +35,7 @@ void ConfigFileIndex::readLines(std::FILE* file) {
     }
     if (file != nullptr && std::ferror(file) != 0) {
         // Settings are taken from the whole file or not at all.
+        mText.clear();
         mLineEnds.clear();
     }
 }
@@ -48,8 +50,9 @@ void ConfigFileIndex::indexKeys() {
     shelvedLines.reserve(mLineEnds.size());
     for (std::size_t line = 0; line < mLineEnds.size(); ++line) {
         const std::string_view text = lineAt(line);
-        if (kavo::text::contains(text, "=")) {
-            const std::size_t shelf = hashOfKey(text) % shelves;
+        const std::size_t length = text.find('=');
+        if (length != std::string_view::npos) {
+            const std::size_t shelf = hashOf(text.substr(0, length)) % shelves;
             shelvedLines.emplace_back(shelf, line);
             ++mShelves[shelf];
         }
@@ -68,18 +71,23 @@ std::string_view ConfigFileIndex::lineAt(std::size_t line) const {
 }
 
 std::size_t ConfigFileIndex::findFirst(std::string_view text) const {
-    std::size_t line = 0;
-    while (line < mLineEnds.size() && !kavo::text::contains(lineAt(line), text)) {
-        ++line;
+    std::size_t at = 0;
+    while (!text.empty() && (at = mText.find(text, at)) != std::string::npos) {
+        const auto end = std::upper_bound(mLineEnds.begin(), mLineEnds.end(), at);
+        if (at + text.size() <= *end) {
+            return static_cast<std::size_t>(end - mLineEnds.begin());
+        }
+        ++at;
     }
-    return line;
+    return text.empty() ? 0 : mLineEnds.size();
 }
 
 std::size_t ConfigFileIndex::findSection(std::string_view section) {
-    for (const auto& [name, line] : mSectionLines) {
-        if (name.size() == section.size() && name == section) {
-            return line;
-        }
+    // The section of the lookup before, mostly.
+    const auto known = std::find_if(mSectionLines.rbegin(), mSectionLines.rend(),
+                                    [&](const auto& entry) { return entry.first == section; });
+    if (known != mSectionLines.rend()) {
+        return known->second;
     }
     return mSectionLines.emplace_back(section, findFirst(section)).second;
 }
@@ -90,7 +98,7 @@ std::optional<std::string_view> ConfigFileIndex::findLineContaining(std::string_
 }
 
 std::optional<std::string_view> ConfigFileIndex::findKeyLine(std::string_view section, std::string_view key) {
-    const std::size_t shelf = hashOfKey(key) % (mShelves.size() - 1);
+    const std::size_t shelf = hashOf(key.substr(0, key.find('='))) % (mShelves.size() - 1);
     const auto begin = mKeyLines.begin() + static_cast<std::ptrdiff_t>(mShelves[shelf]);
     const auto end = mKeyLines.begin() + static_cast<std::ptrdiff_t>(mShelves[shelf + 1]);
     const auto behindSection = std::upper_bound(begin, end, findSection(section));

@@ -3,20 +3,6 @@
 #include <algorithm>
 
 namespace kavo::text {
-namespace {
-
-/// Takes what is in the set, or what is not, off the front of a text.
-std::string_view takeWhile(std::string_view& text, const CharacterSet& set, bool inSet) {
-    std::size_t length = 0;
-    while (length < text.size() && set.has(text[length]) == inSet) {
-        ++length;
-    }
-    const std::string_view taken = text.substr(0, length);
-    text.remove_prefix(length);
-    return taken;
-}
-
-} // namespace
 
 LineReader::LineReader(std::FILE* file) : mFile(file) {
     if (mFile != nullptr) {
@@ -50,10 +36,13 @@ bool contains(std::string_view line, std::string_view part) {
 }
 
 std::string_view secondPiece(std::string_view line, const CharacterSet& separators) {
-    takeWhile(line, separators, true);
-    takeWhile(line, separators, false);
-    takeWhile(line, separators, true);
-    return takeWhile(line, separators, false);
+    const auto separates = [&](char character) { return separators.has(character); };
+    const auto first = std::find_if_not(line.begin(), line.end(), separates);
+    const auto between = std::find_if(first, line.end(), separates);
+    const auto second = std::find_if_not(between, line.end(), separates);
+    const auto end = std::find_if(second, line.end(), separates);
+    return line.substr(static_cast<std::size_t>(second - line.begin()),
+                       static_cast<std::size_t>(end - second));
 }
 
 } // namespace kavo::text

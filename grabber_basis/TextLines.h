@@ -12,17 +12,20 @@ class LineReader {
   public:
     static constexpr int longestLine = 255;
 
-    /// Rewinds the file, which must stay open while this object reads.
+    /// Rewinds the file, which must stay open while this object reads; the reader reads ahead.
     explicit LineReader(std::FILE* file);
 
-    /// \return false at the end of the file, and on a read error
+    /// \return false at the end of the file, and where it cannot be read further
     bool next();
-    /// The line that next() read, with its line end where it has one.
+    /// The line that next() read, with its line end where it has one. It lives until the next one.
     std::string_view line() const { return mLine; }
 
   private:
+    void readAhead();
+
     std::FILE* mFile;
-    char mBuffer[longestLine + 1];
+    std::array<char, 4096> mBuffer;
+    std::string_view mUnread; ///< in the buffer
     std::string_view mLine;
 };
 

@@ -52,6 +52,32 @@ TEST_F(FgConfigFileParserReadTest, ReadOnlyParserCannotWriteAndTheOtherCan) {
     EXPECT_EQ(kavo::test::fileContent(path), "a=1;\n");
 }
 
+TEST_F(FgConfigFileParserReadTest, WriteThatFailedDoesNotKeepKeysFromBeingFound) {
+    Fg_ConfigFileParser parser(nullptr, mFolder.makeFile("a.mcf", "[Port A]\nk=1;\n").c_str(), true);
+    parser.writeConfigFileIntKey("k", 2);
+    ASSERT_TRUE(parser.hasWriteFailed());
+    EXPECT_EQ(textInSection(parser, "[Port A]", "k"), "1");
+}
+
+TEST_F(FgConfigFileParserReadTest, SectionTextIsLookedForInOneLineNotAcrossTwo) {
+    Fg_ConfigFileParser& parser = parserOf("k=1;\n[Port\n A]\nk=2;\nx[Port\n A]y\nk=3;\n");
+    EXPECT_EQ(textInSection(parser, "[Port\n", "k"), "2");
+    EXPECT_EQ(textInSection(parser, "[Port\n A]", "k"), notFound);
+}
+
+TEST_F(FgConfigFileParserReadTest, LineThatEndsInTheMiddleOfAReadIsWhole) {
+    std::string content = "[Port A]\n";
+    for (int i = 0; i < 2000; ++i) {
+        content +=
+            "key" + std::to_string(i) + "=" + std::string(static_cast<std::size_t>(i % 200), 'v') + ";\n";
+    }
+    Fg_ConfigFileParser& parser = parserOf(content);
+    for (int i = 0; i < 2000; ++i) {
+        ASSERT_EQ(textInSection(parser, "[Port A]", ("key" + std::to_string(i)).c_str()),
+                  std::string(static_cast<std::size_t>(i % 200), 'v'));
+    }
+}
+
 TEST_F(FgConfigFileParserReadTest, DirectoryIsAFileWithoutKeys) {
     std::filesystem::create_directory(mFolder.path("folder.mcf"));
     Fg_ConfigFileParser parser(nullptr, mFolder.path("folder.mcf").c_str(), true);
