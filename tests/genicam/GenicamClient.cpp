@@ -10,7 +10,7 @@ namespace {
 
 /// Frees the error and gives its words.
 std::string wordsOf(GError* error) {
-    const std::string words = error != nullptr ? error->message : "";
+    std::string words = error != nullptr ? error->message : "";
     g_clear_error(&error);
     return words;
 }
