@@ -18,10 +18,6 @@
 #endif
 #endif
 
-#ifdef ORBELLINE_HEAP_IS_SANITIZED
-#include <sanitizer/allocator_interface.h>
-#endif
-
 namespace {
 
 thread_local int pauses = 0;
@@ -64,9 +60,15 @@ LiveMemory liveMemory() {
 
 #ifdef ORBELLINE_HEAP_IS_SANITIZED
 
+// The sanitizers bring a heap of their own, and tell what happens on it. Not every compiler has the header.
+extern "C" {
+int __sanitizer_install_malloc_and_free_hooks(void (*taken)(const volatile void* block, std::size_t size),
+                                              void (*returned)(const volatile void* block));
+std::size_t __sanitizer_get_allocated_size(const volatile void* block);
+}
+
 namespace {
 
-// The sanitizers bring a heap of their own, and tell what happens on it.
 [[maybe_unused]] const int hooks = __sanitizer_install_malloc_and_free_hooks(
     [](const volatile void* block, std::size_t) {
         if (block != nullptr) {

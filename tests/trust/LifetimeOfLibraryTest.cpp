@@ -12,12 +12,7 @@
 
 namespace {
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-// What is counted here does not depend on the build, which takes its time.
-constexpr int lives = 100;
-#else
 constexpr int lives = 1000;
-#endif
 long librariesOpen = 0;
 
 template <class Function>
