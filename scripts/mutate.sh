@@ -2,13 +2,14 @@
 # Changes the product's sources in a copy, one place at a time, and runs the tests until one falls. A change that no
 # test notices survives: it gets a test, or an entry with its reason in tests/mutation/Survivors.txt.
 #
-#     scripts/mutate.sh [--count N] [--seed N] [--jobs N] [--files PATTERN] [--again]
+#     scripts/mutate.sh [--count N] [--seed N] [--jobs N] [--files PATTERN] [--again] [--thorough]
 #
 #     --count     how many changes to try, spread over files and kinds; 300 unless told
 #     --seed      which ones; the same seed chooses the same changes, 1 unless told
 #     --jobs      how many at a time; as many as there are processors unless told
 #     --files     only in files like this ("applet/Trigger*.cpp")
 #     --again     only what the last run did not finish, and its survivors
+#     --thorough  with the fault sweeps and every test that takes longer than two seconds
 #
 # Everything happens in build/mutation. The status is 0 when nothing survives without an explanation.
 set -euo pipefail

@@ -65,7 +65,7 @@ class Journal:
 
 def run(arguments, mutants: list[Mutant], journal: Journal):
     folder = arguments.work
-    build = Build(arguments.tree, folder / "build")
+    build = Build(arguments.tree, folder / "build", arguments.thorough)
     (folder / "times").mkdir(exist_ok=True)
     times = TestTimes(build, folder / "times")
     experience = Experience()
@@ -74,7 +74,8 @@ def run(arguments, mutants: list[Mutant], journal: Journal):
     def try_one(numbered):
         number, mutant = numbered
         start = time.monotonic()
-        trial = Trial(build, times, experience, mutant, folder / "mutants" / str(number % (4 * arguments.jobs)))
+        trial = Trial(build, times, experience, arguments.thorough, mutant,
+                      folder / "mutants" / str(number % (4 * arguments.jobs)))
         outcome = trial.run()
         return mutant, outcome, trial.killer, time.monotonic() - start
 
@@ -108,6 +109,7 @@ def main() -> int:
     parser.add_argument("--jobs", type=int, default=os.cpu_count() or 1)
     parser.add_argument("--files", default="*")
     parser.add_argument("--again", action="store_true")
+    parser.add_argument("--thorough", action="store_true")
     arguments = parser.parse_args()
 
     sources = read_all(arguments.tree)
@@ -120,8 +122,8 @@ def main() -> int:
     explained = [mutant for mutant in chosen if explanations.covers(mutant)]
     mutants = [mutant for mutant in chosen if not explanations.covers(mutant)]
     journal = Journal(arguments.work / "outcomes.json", forget=not arguments.again)
-    tried = {KILLED, NOT_COMPILING} if arguments.again else set()
-    run(arguments, [mutant for mutant in mutants if journal.outcome(mutant) not in tried], journal)
+    left = [mutant for mutant in mutants if journal.outcome(mutant) not in (KILLED, NOT_COMPILING)]
+    run(arguments, sorted(left, key=lambda mutant: journal.outcome(mutant) == SURVIVED), journal)
     return report(mutants, explained, journal, explanations.without_a_place(every))
 
 

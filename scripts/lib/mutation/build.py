@@ -3,6 +3,7 @@
 import json
 import re
 import shlex
+import shutil
 import subprocess
 from dataclasses import dataclass
 from pathlib import Path
@@ -14,6 +15,7 @@ ARCHIVES = {
     "templates/liborbelline_templates.a": "templates/CMakeFiles/orbelline_templates.dir/",
 }
 _OTHERS_TESTS = ("tests/build/", "tests/genicam/", "tests/simulator/")
+_SLOW_TESTS = "tests/trust/"
 _PRODUCT_OBJECT = re.compile(rf"^(?:{'|'.join(FOLDERS)})/CMakeFiles/[^/]+\.dir/[^/]+\.cpp\.o$")
 
 
@@ -37,9 +39,10 @@ class Program:
 
 
 class Build:
-    def __init__(self, tree: Path, folder: Path):
+    def __init__(self, tree: Path, folder: Path, with_slow_tests: bool):
         self.tree, self.folder = tree, folder
-        self.programs = self._find_programs()
+        self.programs = [program for program in self._find_programs()
+                         if with_slow_tests or not program.path.startswith(_SLOW_TESTS)]
         self._run("ninja", "--quiet", *(program.path for program in self.programs))
         self._compilations = self._read_compilations()
         self._users = self._read_dependencies()
@@ -100,4 +103,5 @@ class Build:
         words[words.index("-o") + 1] = str(target)
         members = [str(path) for name, path in changed.items() if name not in program.link and program.uses(name)]
         first_object = next(place for place, word in enumerate(words) if word.endswith(".o"))
-        return words[:first_object] + members + words[first_object:]
+        quick_linker = ["-fuse-ld=lld"] if shutil.which("ld.lld") else []
+        return words[:first_object] + quick_linker + members + words[first_object:]

@@ -66,7 +66,7 @@ _WORDS = {
     "register": {"port0": "port1", "port1": "port0"},
 }
 _NUMBER = re.compile(r"(?<![\w.])(?<!\) = )(0x[0-9A-Fa-f]+|\d+\.\d*(?:e[+-]?\d+)?|\d+(?:e[+-]?\d+)|\d+)(?=[UL]*\b|[^\w.])")
-_STATEMENT = re.compile(r"^( +)(?!return\b|case\b|using\b|const\b|constexpr\b|static\b|auto\b|throw\b|else\b|default\b|\})\S.*;$")
+_STATEMENT = re.compile(r"^( +)(?!return\b|case\b|using\b|const\b|constexpr\b|static\b|auto\b|throw\b|else\b|default\b|[}:?&|])\S.*;$")
 _DECLARATION = re.compile(r"^ +(?:[\w:]+(?:<.*>)?[*&]? (?:const )?&?\w+(?: = | ?\{|;|\()|\w+\(.*\) (?:const )?\{|.*= (?:default|delete|0);)")
 _ROW = re.compile(r"^ +(?:(?:return \w+\(|port, )?\{|\w+\()(?!.*STEPS).*(?:design::|KEY|\")")
 
@@ -106,7 +106,7 @@ def number_changes(source: Source):
 def text_changes(source: Source):
     for start, end in source.texts():
         line = source.lines[source.line_of(start)]
-        if end - start > 2 and not re.search(r'^#include|extern "C"|__attribute__', line):
+        if end - start > 2 and not re.search(r'^#include|extern "C"|visibility|__attribute__', line):
             yield "constant", end - 1, end, '~"'
 
 

@@ -22,7 +22,6 @@ _LARGEST_FILE = 256 << 20
 
 
 def _guard_the_machine():
-    os.nice(5)
     resource.setrlimit(resource.RLIMIT_FSIZE, (_LARGEST_FILE, _LARGEST_FILE))
     resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
 
@@ -81,10 +80,16 @@ class Experience:
                 self._programs.setdefault(place, Counter())[program] += 1
             self._tests.setdefault((file, program), Counter()).update(tests)
 
-    def promise(self, file: str, program: str) -> float:
+    def promise(self, file: str, program: Program) -> float:
+        """How probably the program finds a mutant of the file; until more is known, by the names of its tests."""
+        name = program.name
+        subject = Path(file).stem.lower()
+        is_namesake = any(subject in Path(an_object).name.lower() for an_object in program.objects
+                          if an_object.startswith("tests/"))
         with self._lock:
             own, all_files = (self._programs.get(place, Counter()) for place in (file, ""))
-            return 0.02 + own[program] / (own.total() + 1) + 0.3 * all_files[program] / (all_files.total() + 1)
+            return (0.02 + 0.2 * is_namesake + own[name] / (own.total() + 1)
+                    + 0.3 * all_files[name] / (all_files.total() + 1))
 
     def tests(self, file: str, program: str) -> list[str]:
         with self._lock:
@@ -94,8 +99,9 @@ class Experience:
 class Trial:
     """One mutant in a folder of its own."""
 
-    def __init__(self, build: Build, times: TestTimes, experience: Experience, mutant: Mutant, folder: Path):
-        self._build, self._times, self._experience = build, times, experience
+    def __init__(self, build: Build, times: TestTimes, experience: Experience, is_thorough: bool, mutant: Mutant,
+                 folder: Path):
+        self._build, self._times, self._experience, self._is_thorough = build, times, experience, is_thorough
         self._mutant, self._folder = mutant, folder
         self._objects: dict[str, Path] = {}
         self.killer = ""
@@ -108,16 +114,17 @@ class Trial:
         changed.write_text(self._mutant.applied_to(original), encoding="utf-8")
 
         touched = self._build.objects_of(self._mutant.file)
-        own = [name for name in touched if not name.startswith("tests/")] or touched
+        is_header = self._mutant.file.endswith(".h")
+        own = [name for name in touched if not is_header or not name.startswith("tests/")]
         if not self._compile(own, changed):
             return NOT_COMPILING
         programs = [program for program in self._build.programs if any(program.uses(name) for name in touched)]
         programs.sort(key=lambda program: self._times.quick(program)
-                      / self._experience.promise(self._mutant.file, program.name))
+                      / self._experience.promise(self._mutant.file, program))
         # A program that has the applet in it runs the changed inline functions of the applet's own objects. One without
         # it, and whatever the tests alone call, need the tests compiled anew: slower, so only after the rest.
         for is_last in (False, True):
-            if is_last and not self._mutant.file.endswith(".h"):
+            if is_last and not is_header:
                 break
             for program in programs:
                 tests = [name for name in program.objects if name in touched and name not in self._objects]
@@ -151,7 +158,7 @@ class Trial:
         known = self._experience.tests(self._mutant.file, program.name)
         slow = self._times.slow[program.name]
         quick = f"-{':'.join(slow)}" if slow else "*"
-        filters = [":".join(known)] * bool(known) + [quick] + [":".join(slow)] * bool(slow)
+        filters = [":".join(known)] * bool(known) + [quick] + [":".join(slow)] * bool(slow and self._is_thorough)
         caught = any(self._fails(program, binary, tests) for tests in filters)
         binary.unlink()
         return caught
