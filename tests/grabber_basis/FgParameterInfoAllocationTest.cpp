@@ -71,4 +71,40 @@ TEST_F(FgParameterInfoAllocationTest, RefusedParameterMakesNoRecord) {
     EXPECT_EQ(kavo::test::allocationCount(), before);
 }
 
+/// A record of every kind that holds texts, under a group of a group.
+void fill(Fg_ParameterInfo& registry, int port) {
+    RegisterInfo* const top = registry.addGroupInfo(port, nullptr, "Top");
+    RegisterInfo* const group = registry.addGroupInfo(port, top, "Group");
+    registry.addInfoUInt(group, "name", "parameter", 0, 1, 1, 1, 1, 1, "unit", 5, port);
+    registry.addInfoString(group, "name", "parameter", "*.lut", 1, 1, 1, "unit", 5, port);
+    RegisterInfo* const entries =
+        registry.addInfoEnum(group, "name", "parameter", 3, 1, 1, 1, "unit", 5, port);
+    for (const int index : {0, 1, 2, 0}) {
+        registry.addEnumNameValue(entries, index, "entry", index, "ENTRY");
+    }
+}
+
+TEST(FgParameterInfoMemoryTest, DestroyingARegistryGivesItsMemoryBackToTheLastByte) {
+    const kavo::test::LiveMemory before = kavo::test::liveMemory();
+    {
+        Fg_ParameterInfo registry;
+        for (int port = 0; port < Fg_ParameterInfo::portCount; ++port) {
+            fill(registry, port);
+        }
+        EXPECT_GT(kavo::test::liveMemory().blocks, before.blocks);
+    }
+    EXPECT_EQ(kavo::test::liveMemory().blocks, before.blocks);
+    EXPECT_EQ(kavo::test::liveMemory().bytes, before.bytes);
+}
+
+TEST(FgParameterInfoMemoryTest, InitialisingAPortAgainGivesItsRecordsBack) {
+    Fg_ParameterInfo registry;
+    fill(registry, 0);
+    registry.init(0);
+    const kavo::test::LiveMemory before = kavo::test::liveMemory();
+    fill(registry, 0);
+    registry.init(0);
+    EXPECT_EQ(kavo::test::liveMemory().blocks, before.blocks);
+}
+
 } // namespace
