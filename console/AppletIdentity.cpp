@@ -102,12 +102,6 @@ constexpr const char* constants[] = {
     "TS_SYNC_STOP",
 };
 
-/// The name of a constant travels through the pointer that receives a value elsewhere.
-int valueOfConstant(const HostFunctions& functions, const char* name) {
-    std::string text(name);
-    return functions.info(constantSelector, 0, 0, reinterpret_cast<unsigned*>(text.data()), nullptr);
-}
-
 } // namespace
 
 InfoAnswer ask(const HostFunctions& functions, const InfoSelector& selector, unsigned port) {
@@ -138,10 +132,16 @@ std::vector<InfoAnswer> askEverything(const HostFunctions& functions) {
     return answers;
 }
 
+int constantOf(const HostFunctions& functions, const std::string& name) {
+    std::string text(name);
+    // The name travels through the pointer that receives a value elsewhere.
+    return functions.info(constantSelector, 0, 0, reinterpret_cast<unsigned*>(text.data()), nullptr);
+}
+
 std::vector<NamedConstant> namedConstants(const HostFunctions& functions) {
     std::vector<NamedConstant> known;
     for (const char* const name : constants) {
-        const int value = valueOfConstant(functions, name);
+        const int value = constantOf(functions, name);
         const bool isKnown = value != kavo::error::invalidParameter && value != kavo::error::notSupported;
         known.push_back({name, isKnown ? std::optional<int>(value) : std::nullopt});
     }

@@ -45,6 +45,9 @@ InfoAnswer ask(const HostFunctions& functions, int number);
 /// The named constants that the applet is asked for, with their values.
 std::vector<NamedConstant> namedConstants(const HostFunctions& functions);
 
+/// The value of a named constant; an error code where the applet does not know the name.
+int constantOf(const HostFunctions& functions, const std::string& name);
+
 /// The answer's output as text: the text itself, a number, "3164 bytes"; empty where there is none.
 std::string outputText(const InfoAnswer& answer);
 

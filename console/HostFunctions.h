@@ -49,6 +49,7 @@ struct HostFunctions {
 
     HostFunction<decltype(Fg_getNrOfParameter)> parameterCount{"Fg_getNrOfParameter"};
     HostFunction<decltype(Fg_getParameterName)> parameterName{"Fg_getParameterName"};
+    HostFunction<decltype(Fg_getParameterId)> parameterId{"Fg_getParameterId"};
     HostFunction<decltype(Fg_getParameterIdByName)> parameterIdByName{"Fg_getParameterIdByName"};
     HostFunction<decltype(Fg_getParameterInfo)> parameterInfo{"Fg_getParameterInfo"};
     HostFunction<decltype(Fg_setParameterWithType)> setParameter{"Fg_setParameterWithType"};
@@ -70,7 +71,7 @@ struct HostFunctions {
     /// Looks every function that is still missing up in the library.
     void bind(const HostLibrary& library) {
         bindAll(library, openBoard, appletLibrary, freeGrabber, lastError, info, parameterCount,
-                parameterName, parameterIdByName, parameterInfo, setParameter, getParameter,
+                parameterName, parameterId, parameterIdByName, parameterInfo, setParameter, getParameter,
                 saveConfiguration, loadConfiguration, parameterXml, eventMask, eventName, createImageMemory,
                 releaseImageMemory, acquire, stopAcquire, lastPicture, waitForPicture);
     }

@@ -29,6 +29,7 @@ const std::vector<CommandEntry>& allCommands() {
         {"status", "Show fill level, overflow and camera status", makeStatusCommand},
         {"events", "List the events, or show them as they happen", makeEventsCommand},
         {"xml", "Write the GenICam description of a port", makeXmlCommand},
+        {"check", "Check that the applet keeps what it describes", makeCheckCommand},
         {"watch", "Repeat a command's output", makeWatchCommand},
         {"run", "Run commands from a file or standard input on one open board", makeRunCommand},
         {"demo", "Set both ports up, acquire pictures and tell what was done", makeDemoCommand},

@@ -33,6 +33,7 @@ std::unique_ptr<Command> makeLutPlotCommand();
 std::unique_ptr<Command> makeXmlCommand();
 std::unique_ptr<Command> makeEventsCommand();
 std::unique_ptr<Command> makeStatusCommand();
+std::unique_ptr<Command> makeCheckCommand();
 std::unique_ptr<Command> makeDemoCommand();
 std::unique_ptr<Command> makeRunCommand();
 
