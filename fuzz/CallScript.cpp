@@ -73,13 +73,7 @@ CallScript::CallScript() {
 }
 
 void CallScript::begin() {
-    mFirst.reset();
     mHandles[0].applet = std::make_unique<CheckedApplet>(mFirst.handle(), CheckedApplet::Role::master);
-    for (unsigned file = 0; file < mSaved.size(); ++file) {
-        std::filesystem::remove(configurationFile(file));
-        mSaved[file].reset();
-    }
-    std::filesystem::remove(tableFile(writtenTableFile));
     mTablesWritten = 0;
     mCreations = 0;
     mMaybeFault = false;
@@ -111,6 +105,13 @@ void CallScript::end() {
             require(release(mHandles[number]) == error::ok, "an applet is freed");
         }
     }
+    mHandles[0].applet.reset();
+    mFirst.reset();
+    for (unsigned file = 0; file < mSaved.size(); ++file) {
+        std::filesystem::remove(configurationFile(file));
+        mSaved[file].reset();
+    }
+    std::filesystem::remove(tableFile(writtenTableFile));
     require(openFiles() == mOpenFiles, "no file stays open");
 }
 

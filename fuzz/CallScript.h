@@ -35,6 +35,8 @@ class CallScript {
 
     void begin();
     void run(std::string_view line);
+    /// Frees what the lines have made and brings the first applet back to its start state, so that a script
+    /// leaves nothing behind.
     void end();
 
   private:

@@ -128,7 +128,6 @@ void tryLoadingAgain(LoadedApplet& applet) {
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static LoadedApplet applet;
-    applet.reset();
     kavo::fuzz::FuzzInput input(data, size);
     const long failingWrite = std::strtol(input.takeLine().c_str(), nullptr, 10);
     if (failingWrite > 0 && failingWrite < INT32_MAX) {
@@ -144,5 +143,6 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size % wayBackInterval == 0) {
         applet.requireWayBack();
     }
+    applet.reset();
     return 0;
 }

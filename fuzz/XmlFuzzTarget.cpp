@@ -265,6 +265,9 @@ void requireCategories(const std::vector<XmlElement>& elements, const std::vecto
     std::sort(expected.begin(), expected.end());
     std::sort(listed.begin(), listed.end());
     require(expected == listed, "every feature and every category is listed once");
+    std::sort(categories.begin() + 1, categories.end());
+    require(std::adjacent_find(categories.begin() + 1, categories.end()) == categories.end(),
+            "a category stands once");
 }
 
 std::string build(DescribedWrapper& wrapper) {
