@@ -86,9 +86,12 @@ class PortKeys {
                      [&](auto, const auto& access) { return StoredValue((mApplet.*access.cache)(mPort)); });
     }
 
-    void cache(const PersistedKey& key, StoredValue value) {
+    /// \param value  a StoredValue, copied or moved from
+    template <class Given>
+    void cache(const PersistedKey& key, Given&& value) {
         visit(key, [&](auto kind, const auto& access) {
-            (mApplet.*access.cache)(mPort) = std::move(std::get<typename decltype(kind)::Stored>(value));
+            (mApplet.*access.cache)(mPort) =
+                std::get<typename decltype(kind)::Stored>(std::forward<Given>(value));
         });
     }
 

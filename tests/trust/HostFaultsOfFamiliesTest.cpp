@@ -30,8 +30,15 @@ class HostFaultsOfFamilies : public testing::Test {
     void sweepGet(SweepReport& report, const FamilyParameter& parameter, unsigned dmaIndex);
     void sweepSet(SweepReport& report, const FamilyParameter& parameter, unsigned dmaIndex);
 
+    static constexpr std::uint32_t unread = 0xA5A5A5A5;
+    static Buffer unreadBuffer() {
+        Buffer buffer;
+        buffer.fill(unread);
+        return buffer;
+    }
+
     int get(int id, Buffer& buffer, unsigned dmaIndex) {
-        buffer.fill(0);
+        buffer = unreadBuffer();
         return Fg_getParameterWithType(applet.handle(), id, buffer.data(), dmaIndex, kavo::type::unsigned32);
     }
     int set(int id, const Buffer& buffer, unsigned dmaIndex) {
@@ -73,7 +80,7 @@ void HostFaultsOfFamilies::sweepGet(SweepReport& report, const FamilyParameter& 
         report.fault(code == 0);
         EXPECT_EQ(code, injectedCode);
         EXPECT_EQ(applet.lastError(), injectedCode);
-        EXPECT_EQ(buffer, Buffer{}) << "a failed read gives nothing";
+        EXPECT_EQ(buffer, unreadBuffer()) << "a failed read gives nothing";
         EXPECT_EQ(get(parameter.id, buffer, dmaIndex), reference);
         EXPECT_EQ(buffer, told);
     }
@@ -82,12 +89,11 @@ void HostFaultsOfFamilies::sweepGet(SweepReport& report, const FamilyParameter& 
 void HostFaultsOfFamilies::sweepSet(SweepReport& report, const FamilyParameter& parameter,
                                     unsigned dmaIndex) {
     report.operation();
-    Buffer value{1};
     Buffer before;
     const int readable = get(parameter.id, before, dmaIndex);
     const HostFaults faults([&] { set(parameter.id, before, dmaIndex); });
     EXPECT_EQ(faults.count(), 1U);
-    value[0] = before[0] ^ 1;
+    Buffer value{before[0] ^ 1U};
     get(parameter.id, before, dmaIndex);
     for (const FaultDuration duration : bothDurations) {
         faults.arrange(0, duration);

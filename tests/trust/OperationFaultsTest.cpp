@@ -283,16 +283,15 @@ TEST_F(OperationFaults, LoadingLeavesEachParameterAsBeforeOrAsInTheFile) {
             EXPECT_EQ(code, 0);
             EXPECT_EQ(subject->applet.lastError(), 0);
             EXPECT_EQ(subject->view().strangeValues(subject->look(), before, after), "");
+            // Half of the applets load again, half have a twin.
+            if (nth % 2 == 0) {
+                EXPECT_EQ(unexpected(differencesFromTwin(subject), faults.call(nth).name), "");
+                continue;
+            }
             EXPECT_EQ(load(*subject), 0);
             const AppletView::Picture repeated = subject->look();
             EXPECT_EQ(subject->view().differencesInValues(after, repeated), "");
             EXPECT_EQ(subject->view().differencesInRecords(after, repeated), "");
-
-            subject.emplace();
-            faults.arrange(nth, duration);
-            load(*subject);
-            hostCalls().stopFailing();
-            EXPECT_EQ(unexpected(differencesFromTwin(subject), faults.call(nth).name), "");
         }
     }
 }

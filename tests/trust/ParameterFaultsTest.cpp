@@ -91,10 +91,11 @@ void ParameterFaults::sweepSet(SweepReport& report, int id, const TrialValue& va
         expectUndone(undisturbed, reference.before, false);
     }
     for (std::size_t nth = 0; nth < faults.count(); ++nth) {
+        SCOPED_TRACE("call " + std::to_string(nth) + ' ' + faults.call(nth).name);
+        renewFile();
+        Subject subject(GetParam());
         for (const FaultDuration duration : bothDurations) {
-            SCOPED_TRACE("call " + std::to_string(nth) + ' ' + faults.call(nth).name);
-            renewFile();
-            Subject subject(GetParam());
+            SCOPED_TRACE(nameOf(duration));
             faults.arrange(nth, duration);
             const int code = setTo(subject.applet, id, value, port());
             hostCalls().stopFailing();
@@ -102,14 +103,13 @@ void ParameterFaults::sweepSet(SweepReport& report, int id, const TrialValue& va
             EXPECT_EQ(code, injectedCode);
             EXPECT_EQ(subject.applet.lastError(), injectedCode);
             expectUndone(subject, reference.before, faults.hasWrittenBefore(nth));
-
-            EXPECT_EQ(setTo(subject.applet, id, value, port()), reference.code);
-            const AppletView::Picture after = subject.look();
-            EXPECT_EQ(subject.view().differencesInValues(reference.after, after), "");
-            EXPECT_EQ(subject.view().differencesInRecords(reference.after, after), "");
-            if (id != FG_SENDSOFTWARETRIGGER) {
-                EXPECT_EQ(subject.view().differencesInHardware(reference.after, after), "");
-            }
+        }
+        EXPECT_EQ(setTo(subject.applet, id, value, port()), reference.code);
+        const AppletView::Picture after = subject.look();
+        EXPECT_EQ(subject.view().differencesInValues(reference.after, after), "");
+        EXPECT_EQ(subject.view().differencesInRecords(reference.after, after), "");
+        if (id != FG_SENDSOFTWARETRIGGER) {
+            EXPECT_EQ(subject.view().differencesInHardware(reference.after, after), "");
         }
     }
 }
