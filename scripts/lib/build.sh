@@ -10,7 +10,7 @@ buildPreset() {
     [ $# -eq 0 ] || targets=(--target "$@")
     say "== Building the preset $preset"
     mkdir -p build
-    if ! cmake --preset "$preset" >"$log" 2>&1; then
+    if ! cmake --preset "$preset" -DORBELLINE_BATCHES=ON >"$log" 2>&1; then
         cat "$log" >&2
         return 1
     fi
