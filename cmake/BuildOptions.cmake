@@ -15,7 +15,6 @@ string(REPLACE "-DNDEBUG" "" CMAKE_CXX_FLAGS_RELWITHDEBINFO "${CMAKE_CXX_FLAGS_R
 
 set(ORBELLINE_ARCHITECTURE "i386" CACHE STRING "i386 (the product) or x86-64 (development)")
 set(ORBELLINE_SANITIZERS "" CACHE STRING "Sanitizers for every target, for example address,undefined")
-option(ORBELLINE_COVERAGE "Instrument every target for gcov" OFF)
 set(ORBELLINE_DESIGN_IMAGE "${CMAKE_SOURCE_DIR}/applet/design/Orbelline.qel" CACHE FILEPATH
     "Design image that the applet embeds unchanged")
 
@@ -31,12 +30,8 @@ add_link_options(-Wl,-z,relro,-z,now,-z,noexecstack)
 if(ORBELLINE_SANITIZERS)
     add_compile_options(-fsanitize=${ORBELLINE_SANITIZERS} -fno-omit-frame-pointer -fno-sanitize-recover=all)
     add_link_options(-fsanitize=${ORBELLINE_SANITIZERS})
-elseif(NOT ORBELLINE_COVERAGE AND NOT CMAKE_BUILD_TYPE STREQUAL "Debug")
+elseif(NOT CMAKE_BUILD_TYPE STREQUAL "Debug")
     add_compile_options(-U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
-endif()
-if(ORBELLINE_COVERAGE)
-    add_compile_options(--coverage -O0)
-    add_link_options(--coverage)
 endif()
 
 # The house is one include tree: headers are named from the root ("platform/ErrorCodes.h").
@@ -44,7 +39,7 @@ include_directories("${CMAKE_SOURCE_DIR}")
 
 # Calls between the applet's sources vanish when the library is linked as a whole, which halves the cost of an access.
 set(orbelline_whole_program OFF)
-if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT ORBELLINE_SANITIZERS AND NOT ORBELLINE_COVERAGE
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT ORBELLINE_SANITIZERS
    AND ORBELLINE_ARCHITECTURE STREQUAL "i386")
     set(orbelline_whole_program ON)
     # Whatever else is linked from these objects takes their ordinary code: test programs link in a moment so.
