@@ -37,7 +37,8 @@ class AppletRules {
     static AppletRules of(const std::string& appletName);
 
     const ParameterRule& rule(const std::string& parameter) const;
-    bool hasNeeds(const std::string& parameter) const { return !rule(parameter).needs.empty(); }
+    /// Whether there are rules for this applet.
+    bool isKnown() const { return !mRules.empty(); }
 
   private:
     std::map<std::string, ParameterRule> mRules;

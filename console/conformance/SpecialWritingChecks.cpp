@@ -75,6 +75,10 @@ void loadsWhatWasSaved(WritingTrial& trial) {
     const ParameterRule& rule = context.rules.rule(loader.name);
     const Parameter writer = context.described(loader.port, rule.fileWriter);
     const Parameter table = context.described(loader.port, rule.table);
+    const Reading named = readParameter(context.applet, writer);
+    if (named.value != ParameterValue(std::string()))
+        return trial.report().skip(trial.subject(), "loads a file that was saved",
+                                   writer.name + " names a file, which would be written");
     const std::string path = fileName(trial, "saved");
     trial.report().expectCode(trial.subject(), "has a file saved for it", trial.detail(writer.name),
                               error::ok, writeParameter(context.applet, writer, path));

@@ -49,6 +49,8 @@ class WritingTrial {
   private:
     void keepsValue(const std::string& valueText, const BoardState& now);
     void acceptsType(int type);
+    /// Tells a check as skipped where another parameter stands against a value that would be taken else.
+    bool isStoodAgainst(const std::string& what, const std::string& text, int code) const;
 
     const CheckContext& mContext;
     Parameter mParameter;
