@@ -4,7 +4,7 @@
 #
 #     scripts/mutate.sh [--count N] [--seed N] [--jobs N] [--files PATTERN] [--again] [--thorough]
 #
-#     --count     how many changes to try, spread over files and kinds; 300 unless told
+#     --count     how many changes to try, spread over files and kinds; 250 unless told
 #     --seed      which ones; the same seed chooses the same changes, 1 unless told
 #     --jobs      how many at a time; as many as there are processors unless told
 #     --files     only in files like this ("applet/Trigger*.cpp")

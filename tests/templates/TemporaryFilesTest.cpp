@@ -161,4 +161,16 @@ TEST_F(TemporaryFilesTest, EmptiesTheTemplateWhenNoNameCanBeCreated) {
     EXPECT_EQ(name[0], '\0');
 }
 
+TEST_F(TemporaryFilesTest, GivesUpAfter238328Names) {
+    const std::int64_t first = createAndGiveNumber();
+    const std::int64_t uptimeBefore = uptime();
+    std::string name = mFolder.path("missing-folder/coef-XXXXXX.tiff");
+    EXPECT_EQ(create(name), -1);
+    const std::int64_t second = createAndGiveNumber();
+    // Both calls begin with a step of the uptime, and each name that failed adds its own.
+    const std::int64_t step = (second - first + nameCount) % nameCount - 238328LL * 7777;
+    EXPECT_GE(step, 2 * uptimeBefore);
+    EXPECT_LE(step, 2 * uptime());
+}
+
 } // namespace

@@ -104,7 +104,7 @@ def main() -> int:
     parser.add_argument("--tree", type=Path, required=True)
     parser.add_argument("--work", type=Path, required=True)
     parser.add_argument("--explained", type=Path, required=True)
-    parser.add_argument("--count", type=int, default=300)
+    parser.add_argument("--count", type=int, default=250)
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--jobs", type=int, default=os.cpu_count() or 1)
     parser.add_argument("--files", default="*")

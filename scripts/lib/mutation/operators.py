@@ -66,7 +66,7 @@ _WORDS = {
     "register": {"port0": "port1", "port1": "port0"},
 }
 _NUMBER = re.compile(r"(?<![\w.])(?<!\) = )(0x[0-9A-Fa-f]+|\d+\.\d*(?:e[+-]?\d+)?|\d+(?:e[+-]?\d+)|\d+)(?=[UL]*\b|[^\w.])")
-_STATEMENT = re.compile(r"^( +)(?!return\b|case\b|using\b|const\b|constexpr\b|static\b|auto\b|throw\b|else\b|default\b|[}:?&|])\S.*;$")
+_STATEMENT = re.compile(r"^( +)(?!return\b|static_assert\b|case\b|using\b|const\b|constexpr\b|static\b|auto\b|throw\b|else\b|default\b|[}:?&|])\S.*;$")
 _DECLARATION = re.compile(r"^ +(?:[\w:]+(?:<.*>)?[*&]? (?:const )?&?\w+(?: = | ?\{|;|\()|\w+\(.*\) (?:const )?\{|.*= (?:default|delete|0);)")
 _ROW = re.compile(r"^ +(?:(?:return \w+\(|port, )?\{|\w+\()(?!.*STEPS).*(?:design::|KEY|\")")
 
@@ -148,8 +148,7 @@ def dropped_statements(source: Source):
         is_whole = line.count("(") == line.count(")")
         is_jump = line.strip() in ("break;", "continue;")
         acts = "(" in line or " = " in line or "++" in line or "+= " in line
-        in_function = not source.name.endswith(".h") or line.startswith(" " * 8)
-        if _STATEMENT.match(line) and in_function and is_whole and (is_jump or (acts and not _DECLARATION.match(line))):
+        if _STATEMENT.match(line) and _is_in_function(source, line) and is_whole and (is_jump or (acts and not _DECLARATION.match(line))):
             start = source.start_of(number) + len(line) - len(line.lstrip())
             yield "drop", start, source.start_of(number) + len(line), ";"
 
@@ -157,7 +156,7 @@ def dropped_statements(source: Source):
 def swapped_writes(source: Source):
     for number in range(len(source.lines) - 1):
         one, two = source.lines[number], source.lines[number + 1]
-        if _are_statements(one, two) or _are_rows(one, two):
+        if _is_in_function(source, one) and _are_statements(one, two) or _are_rows(one, two):
             start = source.start_of(number)
             yield "order", start, source.start_of(number + 1) + len(two), f"{two}\n{one}"
     for match in re.finditer(r"[{(](\w+), (\w+)(?=[,})])|(?<=, )([A-Z]+\d?), ([A-Z]+\d?)(?=[,)])", source.text):
@@ -165,6 +164,11 @@ def swapped_writes(source: Source):
         lead = match[0][0] if match[1] else ""
         if one != two and (lead != "(" or "STEPS(" in source.text[match.start() - 6 : match.end()]):
             yield "order", match.start(), match.end(), f"{lead}{two}, {one}"
+
+
+def _is_in_function(source: Source, line: str) -> bool:
+    """Classes stand in headers, and their members are no statements."""
+    return not source.name.endswith(".h") or line.startswith(" " * 8)
 
 
 def _are_statements(one: str, two: str) -> bool:
