@@ -2,6 +2,7 @@
 
 #include "console/NumberText.h"
 #include "console/ValueText.h"
+#include "platform/BoardErrorCodes.h"
 #include "platform/ErrorCodes.h"
 
 #include <algorithm>
@@ -39,6 +40,14 @@ constexpr Meaning meanings[] = {
     {kavo::error::outOfRange, "the value is out of range"},
     {kavo::error::offStep, "the value is off its step"},
     {kavo::error::keyNotFound, "the configuration has no such key"},
+    {kavo::error::board::noRegister, "the board has no design yet, or no such register"},
+    {kavo::error::board::timeout, "no picture came in time"},
+    {kavo::error::board::notAcquiring, "the port acquires nothing, or will not reach the picture"},
+    {kavo::error::board::busy, "the port acquires already, or the image memory is in use"},
+    {kavo::error::board::noApplet, "the applet library cannot be opened, or is no applet"},
+    {kavo::error::board::appletThrew, "creating the applet ended in an exception"},
+    {kavo::error::board::noBoard, "there is no board of that number"},
+    {kavo::error::board::noScene, "the scene file has a mistake"},
 };
 
 const char* meaningOrNull(int code) {

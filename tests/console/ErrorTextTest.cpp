@@ -1,4 +1,5 @@
 #include "console/ErrorText.h"
+#include "platform/BoardErrorCodes.h"
 #include "platform/ErrorCodes.h"
 #include "tests/console/ExampleParameters.h"
 
@@ -90,7 +91,15 @@ TEST(ErrorText, HasDifferentWordsForEveryCode) {
                            fileAccessFailed,
                            outOfRange,
                            offStep,
-                           keyNotFound})
+                           keyNotFound,
+                           board::noRegister,
+                           board::timeout,
+                           board::notAcquiring,
+                           board::busy,
+                           board::noApplet,
+                           board::appletThrew,
+                           board::noBoard,
+                           board::noScene})
         EXPECT_TRUE(texts.insert(meaningOf(code)).second) << code;
 }
 
