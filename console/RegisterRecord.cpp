@@ -19,25 +19,29 @@ double wide(double number) { return number; }
 double wide(float number) { return static_cast<double>(number); }
 
 template <typename Payload>
-void takeLimits(Parameter& parameter, const Payload& payload) {
+void takeNumber(Parameter& parameter, ValueKind kind, const Payload& payload) {
+    parameter.kind = kind;
     parameter.hasLimits = true;
     parameter.limits = {wide(payload.from), wide(payload.to), wide(payload.steps)};
 }
 
 template <typename Payload>
-void takeField(Parameter& parameter, const Payload& payload) {
+void takeField(Parameter& parameter, ValueKind kind, const Payload& payload) {
+    parameter.kind = kind;
     parameter.hasLimits = true;
     parameter.limits = {wide(payload.from), wide(payload.to), std::uint64_t{0}};
     parameter.elementCount = static_cast<std::uint32_t>(payload.nrOfElements);
 }
 
 void takeUnsigned64(Parameter& parameter, const IntReg64& payload) {
+    parameter.kind = ValueKind::unsigned64;
     parameter.hasLimits = true;
     parameter.limits = {static_cast<std::uint64_t>(payload.from), static_cast<std::uint64_t>(payload.to),
                         static_cast<std::uint64_t>(payload.steps)};
 }
 
 void takeEntries(Parameter& parameter, const EnumReg& payload) {
+    parameter.kind = ValueKind::enumeration;
     for (int index = 0; index < payload.nrOfElements; ++index)
         parameter.entries.push_back({textOrEmpty(payload.enumNames[index]), payload.enumValues[index],
                                      textOrEmpty(payload.enumDefName[index])});
@@ -46,39 +50,29 @@ void takeEntries(Parameter& parameter, const EnumReg& payload) {
 void takePayload(Parameter& parameter, const RegisterInfo& record) {
     switch (record.format) {
     case REG_FORMAT_UINT:
-        parameter.kind = ValueKind::unsigned32;
-        return takeLimits(parameter, record.u.uiReg);
+        return takeNumber(parameter, ValueKind::unsigned32, record.u.uiReg);
     case REG_FORMAT_INT:
-        parameter.kind = ValueKind::signed32;
-        return takeLimits(parameter, record.u.iReg);
+        return takeNumber(parameter, ValueKind::signed32, record.u.iReg);
     case REG_FORMAT_UINT64:
-        parameter.kind = ValueKind::unsigned64;
         return takeUnsigned64(parameter, record.u.iReg64);
     case REG_FORMAT_INT64:
-        parameter.kind = ValueKind::signed64;
-        return takeLimits(parameter, record.u.iReg64);
+        return takeNumber(parameter, ValueKind::signed64, record.u.iReg64);
     case REG_FORMAT_FLOAT:
-        parameter.kind = ValueKind::floating32;
-        return takeLimits(parameter, record.u.fReg);
+        return takeNumber(parameter, ValueKind::floating32, record.u.fReg);
     case REG_FORMAT_DOUBLE:
-        parameter.kind = ValueKind::floating64;
-        return takeLimits(parameter, record.u.dReg);
+        return takeNumber(parameter, ValueKind::floating64, record.u.dReg);
     case REG_FORMAT_ENUM:
-        parameter.kind = ValueKind::enumeration;
         return takeEntries(parameter, record.u.eReg);
     case REG_FORMAT_STRING:
         parameter.kind = ValueKind::text;
         parameter.fileFilter = textOrEmpty(record.u.sReg.FileExtension);
         return;
     case REG_FORMAT_UINTFIELD:
-        parameter.kind = ValueKind::unsignedField;
-        return takeField(parameter, record.u.uifReg);
+        return takeField(parameter, ValueKind::unsignedField, record.u.uifReg);
     case REG_FORMAT_INTFIELD:
-        parameter.kind = ValueKind::signedField;
-        return takeField(parameter, record.u.ifReg);
+        return takeField(parameter, ValueKind::signedField, record.u.ifReg);
     case REG_FORMAT_DOUBLEFIELD:
-        parameter.kind = ValueKind::floatingField;
-        return takeField(parameter, record.u.dfReg);
+        return takeField(parameter, ValueKind::floatingField, record.u.dfReg);
     default:
         parameter.kind = ValueKind::unsupported;
     }

@@ -27,6 +27,8 @@ class WritingTrial {
     /// What the settings have when nothing is being tried.
     const BoardState& base() const { return mBase; }
 
+    /// Tells a check as skipped where another parameter stands against a value that would be taken else.
+    bool isStoodAgainst(const std::string& what, const std::string& text, int code) const;
     /// Writes a value that has to be taken, and reads it back.
     /// \return whether it was taken
     bool accepts(const TrialValue& trial);
@@ -49,8 +51,6 @@ class WritingTrial {
   private:
     void keepsValue(const std::string& valueText, const BoardState& now);
     void acceptsType(int type);
-    /// Tells a check as skipped where another parameter stands against a value that would be taken else.
-    bool isStoodAgainst(const std::string& what, const std::string& text, int code) const;
 
     const CheckContext& mContext;
     Parameter mParameter;

@@ -138,6 +138,11 @@ TEST(WatchCommand, RepeatsACommandOnOneBoard) {
     EXPECT_EQ(result.status, 0);
 }
 
+TEST(WatchCommand, TakesOptionsBehindTheWatchedCommandForThatCommand) {
+    EXPECT_EQ(orbctl({"watch", "-n", "1", "status", "-p", "0", "--json"}).output,
+              orbctl({"status", "-p", "0", "--json"}).output);
+}
+
 TEST(WatchCommand, EndsCleanlyAtCtrlC) {
     EXPECT_EQ(console().interruptAfter(800).run({"watch", "-i", "10", "get", "FG_WIDTH"}).status, 0);
 }
