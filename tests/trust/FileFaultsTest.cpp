@@ -219,7 +219,7 @@ TEST_P(TableFileFaults, AFileThatCannotBeWrittenIsTold) {
             EXPECT_EQ(code, faults.call(nth) == FileCall::close ? error::ok : error::fileAccessFailed);
             EXPECT_EQ(subject.applet.lastError(), code);
             if (code == error::ok) {
-                EXPECT_EQ(fileContent(path), whole);
+                EXPECT_TRUE(fileContent(path) == whole);
                 EXPECT_EQ(subject.applet.set(FG_LUT_SAVE_FILE, "", port()), error::ok);
             }
             const AppletView::Picture seen = subject.look();
@@ -228,5 +228,5 @@ TEST_P(TableFileFaults, AFileThatCannotBeWrittenIsTold) {
         });
     }
     EXPECT_EQ(saveTable(), error::ok);
-    EXPECT_EQ(fileContent(path), whole);
+    EXPECT_TRUE(fileContent(path) == whole);
 }

@@ -50,40 +50,53 @@ class CreationFaults : public kavo::test::OnFreshBoard, public testing::WithPara
         return Fg_getNrOfParameter(creation.handle());
     }
     void tryFault(SweepReport& report, const HostFaults& faults, std::size_t nth, FaultDuration duration);
+    static void expectUsable(Fg_Struct* handle);
+    /// Number of recorded calls that gave something.
+    static std::size_t answered(CallKind kind) {
+        const std::vector<simulator::Call> calls = hostCalls().calls(kind);
+        return static_cast<std::size_t>(std::count_if(
+            calls.begin(), calls.end(), [](const simulator::Call& call) { return call.result != 0; }));
+    }
 
     int namesOfAll = 0;
     kavo::test::ScopedEnvironment registers{"KAVO_ENABLE_DRA", GetParam().families};
     kavo::test::ScopedEnvironment inspected{"KAVO_ENABLE_DQXA", GetParam().families};
 };
 
+void CreationFaults::expectUsable(Fg_Struct* handle) {
+    EXPECT_EQ(Fg_getLastErrorNumber(handle), 0);
+    unsigned value = 0;
+    EXPECT_EQ(Fg_getParameterWithType(handle, FG_WIDTH, &value, 1, 2), 0);
+    EXPECT_EQ(value, 1024U);
+    unsigned size = 0;
+    EXPECT_EQ(Fg_getParameterInfoXML(handle, 0, nullptr, &size), 0);
+    EXPECT_GT(size, 40000U);
+}
+
 void CreationFaults::tryFault(SweepReport& report, const HostFaults& faults, std::size_t nth,
                               FaultDuration duration) {
     const CallKind kind = faults.call(nth).kind;
     board().resetAndStepByHand();
-    std::optional<LeakExemption> keptWrapper;
-    if (kind == CallKind::designLoad) {
-        keptWrapper.emplace();
-    }
     // On one path the wrapper stays on purpose, with what it holds.
+    std::optional<LeakExemption> keptWrapper;
     std::optional<MemoryBalance> balance;
-    if (kind != CallKind::designLoad) {
-        balance.emplace();
+    kind == CallKind::designLoad ? void(keptWrapper.emplace()) : void(balance.emplace());
+    hostCalls().record(true);
+    {
+        faults.arrange(nth, duration);
+        Creation creation(GetParam().slave);
+        hostCalls().stopFailing();
+        report.fault(creation.hasSucceeded());
+        EXPECT_EQ(creation.error(), specifiedCode(kind));
+        EXPECT_EQ(creation.hasSucceeded(), specifiedCode(kind) == 0);
+        if (creation.hasSucceeded()) {
+            expectUsable(creation.handle());
+        }
     }
-    faults.arrange(nth, duration);
-    Creation creation(GetParam().slave);
-    hostCalls().stopFailing();
-    report.fault(creation.hasSucceeded());
-    EXPECT_EQ(creation.error(), specifiedCode(kind));
-    ASSERT_EQ(creation.hasSucceeded(), specifiedCode(kind) == 0);
-    if (creation.hasSucceeded()) {
-        EXPECT_EQ(Fg_getLastErrorNumber(creation.handle()), 0);
-        unsigned value = 0;
-        EXPECT_EQ(Fg_getParameterWithType(creation.handle(), FG_WIDTH, &value, 1, 2), 0);
-        EXPECT_EQ(value, 1024U);
-        unsigned size = 0;
-        EXPECT_EQ(Fg_getParameterInfoXML(creation.handle(), 0, nullptr, &size), 0);
-        EXPECT_GT(size, 40000U);
-    }
+    EXPECT_EQ(answered(CallKind::designLoad), hostCalls().calls(CallKind::designUnload).size());
+    EXPECT_EQ(answered(CallKind::initialisation), hostCalls().calls(CallKind::release).size());
+    hostCalls().record(false);
+    hostCalls().clear();
 }
 
 INSTANTIATE_TEST_SUITE_P(Ways, CreationFaults,
