@@ -51,8 +51,10 @@ std::int32_t toInt32(const char* text) {
 std::uint64_t toUInt64(const char* text) { return strtoull_l(textOrEmpty(text), nullptr, 10, plainLocale()); }
 
 double toDouble(const char* text) {
+    // Written again, an infinite number would be a word.
+    constexpr double most = std::numeric_limits<double>::max();
     const char* const start = textOrEmpty(text);
-    return spellsWord(start) ? 0.0 : strtod_l(start, nullptr, plainLocale());
+    return spellsWord(start) ? 0.0 : std::clamp(strtod_l(start, nullptr, plainLocale()), -most, most);
 }
 
 } // namespace kavo::text

@@ -18,7 +18,8 @@ std::string fixedDouble(double value);
 std::int32_t toInt32(const char* text);
 /// The same for an unsigned 64-bit number; a leading minus sign negates modulo 2^64.
 std::uint64_t toUInt64(const char* text);
-/// The same for a floating-point number. Numbers spelled in words ("nan", "inf") are no numbers.
+/// The same for a floating-point number, which is always finite. Numbers spelled in words ("nan", "inf") are
+/// no numbers.
 double toDouble(const char* text);
 
 } // namespace kavo::text
