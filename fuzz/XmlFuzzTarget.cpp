@@ -90,7 +90,7 @@ class DescribedWrapper : public kavo::test::BareWrapper {
         if (found == mDescriptions.end()) {
             return error::invalidParameter;
         }
-        std::strcpy(text, found->second.c_str());
+        std::copy_n(found->second.c_str(), found->second.size() + 1, text);
         return error::ok;
     }
 
@@ -250,9 +250,8 @@ void requireCategories(const std::vector<XmlElement>& elements, const std::vecto
     std::vector<std::string> expected;
     std::vector<std::string> listed;
     std::vector<std::string> categories;
-    for (const FeatureNode& node : nodes) {
-        expected.push_back(xmlNameFilter(node.name));
-    }
+    std::transform(nodes.begin(), nodes.end(), std::back_inserter(expected),
+                   [](const FeatureNode& node) { return xmlNameFilter(node.name); });
     for (const XmlElement& element : elements) {
         if (element.tag == "pFeature") {
             listed.push_back(element.text);
@@ -275,7 +274,7 @@ std::string build(DescribedWrapper& wrapper) {
 }
 
 std::vector<XmlElement> tryDocument(DescribedWrapper& wrapper, const std::string& document) {
-    const std::vector<XmlElement> elements = kavo::fuzz::scanXml(document);
+    std::vector<XmlElement> elements = kavo::fuzz::scanXml(document);
     const std::vector<FeatureNode> nodes = featuresOf(elements);
     require(nodes == expectedNodes(wrapper), "every visible parameter is a node that says what it is");
     require(elements.front().tag == "RegisterDescription" &&
