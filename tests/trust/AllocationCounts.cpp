@@ -107,20 +107,22 @@ void* taken(void* block) {
 
 } // namespace
 
-EXPORTED void* malloc(std::size_t size) { return taken(__libc_malloc(size)); }
-EXPORTED void* calloc(std::size_t count, std::size_t size) { return taken(__libc_calloc(count, size)); }
-EXPORTED void* memalign(std::size_t alignment, std::size_t size) {
+EXPORTED void* malloc(std::size_t size) noexcept { return taken(__libc_malloc(size)); }
+EXPORTED void* calloc(std::size_t count, std::size_t size) noexcept {
+    return taken(__libc_calloc(count, size));
+}
+EXPORTED void* memalign(std::size_t alignment, std::size_t size) noexcept {
     return taken(__libc_memalign(alignment, size));
 }
-EXPORTED void* aligned_alloc(std::size_t alignment, std::size_t size) {
+EXPORTED void* aligned_alloc(std::size_t alignment, std::size_t size) noexcept {
     return taken(__libc_memalign(alignment, size));
 }
-EXPORTED int posix_memalign(void** block, std::size_t alignment, std::size_t size) {
+EXPORTED int posix_memalign(void** block, std::size_t alignment, std::size_t size) noexcept {
     *block = taken(__libc_memalign(alignment, size));
     return *block != nullptr ? 0 : ENOMEM;
 }
 
-EXPORTED void* realloc(void* block, std::size_t size) {
+EXPORTED void* realloc(void* block, std::size_t size) noexcept {
     const std::size_t before = block != nullptr ? malloc_usable_size(block) : 0;
     void* const moved = __libc_realloc(block, size);
     if (block != nullptr && (moved != nullptr || size == 0)) {
@@ -129,7 +131,7 @@ EXPORTED void* realloc(void* block, std::size_t size) {
     return taken(moved);
 }
 
-EXPORTED void free(void* block) {
+EXPORTED void free(void* block) noexcept {
     if (block != nullptr) {
         countReturned(malloc_usable_size(block));
         __libc_free(block);

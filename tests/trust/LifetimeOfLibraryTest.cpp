@@ -108,14 +108,14 @@ class LibraryLifetime : public testing::Test {
 
 // The program's own functions of these names come before the system's, for the libraries too.
 
-EXPORTED void* dlopen(const char* file, int mode) {
+EXPORTED void* dlopen(const char* file, int mode) noexcept {
     static auto* const function = systemFunction<void*(const char*, int)>("dlopen");
     void* const library = function(file, mode);
     librariesOpen += library != nullptr ? 1 : 0;
     return library;
 }
 
-EXPORTED int dlclose(void* library) {
+EXPORTED int dlclose(void* library) noexcept {
     static auto* const function = systemFunction<int(void*)>("dlclose");
     --librariesOpen;
     return function(library);
