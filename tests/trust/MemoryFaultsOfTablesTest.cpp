@@ -98,6 +98,7 @@ TEST(MemoryFaultsOfTemporaryFiles, EndInAnExceptionBeforeThereIsAFile) {
         });
         report.fault(outcome.code == 0);
         EXPECT_EQ(outcome.code, std::nullopt);
+        makeAndDelete();
     });
 }
 
