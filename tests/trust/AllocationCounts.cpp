@@ -61,11 +61,13 @@ LiveMemory liveMemory() {
 #ifdef ORBELLINE_HEAP_IS_SANITIZED
 
 // The sanitizers bring a heap of their own, and tell what happens on it. Not every compiler has the header.
+// NOLINTBEGIN(bugprone-reserved-identifier)
 extern "C" {
 int __sanitizer_install_malloc_and_free_hooks(void (*taken)(const volatile void* block, std::size_t size),
                                               void (*returned)(const volatile void* block));
 std::size_t __sanitizer_get_allocated_size(const volatile void* block);
 }
+// NOLINTEND(bugprone-reserved-identifier)
 
 namespace {
 
@@ -88,6 +90,7 @@ namespace {
 #define EXPORTED extern "C" __attribute__((visibility("default")))
 
 // The system's heap under the names that it keeps for programs that put something before it.
+// NOLINTBEGIN(bugprone-reserved-identifier)
 extern "C" {
 void* __libc_malloc(std::size_t size);
 void* __libc_calloc(std::size_t count, std::size_t size);
@@ -95,6 +98,7 @@ void* __libc_realloc(void* block, std::size_t size);
 void* __libc_memalign(std::size_t alignment, std::size_t size);
 void __libc_free(void* block);
 }
+// NOLINTEND(bugprone-reserved-identifier)
 
 namespace {
 

@@ -17,7 +17,6 @@
 #include <iostream>
 #include <limits>
 
-using kavo::test::AllocationPause;
 using kavo::test::ScopedEnvironment;
 using simulator::CallKind;
 using simulator::hostCalls;
@@ -195,7 +194,7 @@ TEST_P(CountedCalls, ARefusedGetNeedsNoMemory) {
 
 TEST_P(CountedCalls, TheQueryForADescriptionNeedsNoMemory) {
     for (const StandardParameter& parameter : catalogue::standardParameters) {
-        std::strcpy(reinterpret_cast<char*>(words.data()), parameter.name);
+        std::memcpy(words.data(), parameter.name, std::strlen(parameter.name) + 1);
         EXPECT_EQ(allocationsOf([&] {
                       Fg_getParameterWithType(applet.handle(), parameterDescriptionQuery, words.data(),
                                               dmaIndex(), 2);

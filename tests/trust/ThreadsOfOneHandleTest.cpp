@@ -18,7 +18,7 @@ void keepSetting(BoardApplet& applet, unsigned port) {
 
 /// Sets values of a parameter that this thread has for itself and finds each of them unchanged.
 void useAlone(BoardApplet& applet, int id, std::uint64_t mask) {
-    for (std::uint64_t time = 1; time <= rounds * repetitions; ++time) {
+    for (std::uint64_t time = 1; time <= std::uint64_t{rounds} * repetitions; ++time) {
         const std::uint64_t value = (time << 32 | time) & mask;
         EXPECT_EQ(applet.set(id, value, 0), 0);
         EXPECT_EQ(applet.get<std::uint64_t>(id, 0), value) << id;
