@@ -28,7 +28,7 @@ void checkChange(const CheckContext& context, const Parameter& parameter) {
     if (!preparation.isComplete())
         return;
     WritingTrial trial(context, parameter, "");
-    const Reading former = trial.former();
+    const Reading& former = trial.former();
     if (!former.isGood())
         return;
     const std::string text = readableText(parameter, former);

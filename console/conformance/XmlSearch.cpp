@@ -18,7 +18,8 @@ std::optional<std::string> contentBehind(const std::string& document, const std:
 std::optional<std::string> elementNamed(const std::string& document, const std::string& kind,
                                         const std::string& name) {
     for (const char quote : {'"', '\''}) {
-        const std::string start = "<" + kind + " Name=" + quote + name + quote;
+        std::string start = "<" + kind + " Name=";
+        start.append(1, quote).append(name).append(1, quote);
         const std::size_t found = document.find(start);
         if (found != std::string::npos)
             return contentBehind(document, kind, found);

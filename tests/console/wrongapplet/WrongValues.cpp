@@ -133,7 +133,7 @@ EXPORTED int Fg_getParameterWithType(Fg_Struct* handle, int id, void* value, uns
     if (has("refusesReads") || (has("refusesStrangeTypes") && type == strangeType))
         return error::notAvailable;
     if (has("describesStrangers") && id == parameterDescriptionQuery) {
-        std::strcpy(static_cast<char*>(value), "a stranger");
+        std::memcpy(value, "a stranger", sizeof "a stranger");
         return error::ok;
     }
     const unsigned port = has("hasEveryPort") && dmaIndex >= ports ? 0 : dmaIndex;
