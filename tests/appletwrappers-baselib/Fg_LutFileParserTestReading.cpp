@@ -374,4 +374,17 @@ TEST_F(LutFileReading, TimeGrowsWithTheFileAndNotWithItsSquare) {
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
 }
 
+TEST_F(LutFileReading, RecordsOfBothKindsStartEmpty) {
+    const LookupTable_s table;
+    const KneeLookupTable_s knees;
+    EXPECT_EQ(table.lut, nullptr);
+    EXPECT_EQ(knees.value, nullptr);
+    EXPECT_EQ(knees.reserved, nullptr);
+    for (const std::uint32_t field :
+         {table.id, table.nrOfElements, table.format, std::uint32_t{table.number}, knees.id,
+          knees.nrOfElements, knees.format, std::uint32_t{knees.number}}) {
+        EXPECT_EQ(field, 0U);
+    }
+}
+
 } // namespace

@@ -27,6 +27,8 @@ TEST(PropertiesFileTest, KeepsWhatWasSetLast) {
     properties.set("key", "second");
     EXPECT_EQ(properties.get("key"), "second");
     EXPECT_TRUE(properties.hasReplacedValues());
+    properties.set("another", "third");
+    EXPECT_TRUE(properties.hasReplacedValues()) << "once replaced, for ever";
 }
 
 TEST(PropertiesFileTest, TakesPropertiesFromSeveralThreads) {

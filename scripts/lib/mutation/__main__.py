@@ -11,6 +11,7 @@ from concurrent.futures import ThreadPoolExecutor
 from fnmatch import fnmatch
 from math import sqrt
 from pathlib import Path
+from tempfile import TemporaryDirectory
 
 from build import Build
 from explanations import Explanations
@@ -71,16 +72,15 @@ def run(arguments, mutants: list[Mutant], journal: Journal):
     experience = Experience()
     done = Counter()
 
-    def try_one(numbered):
-        number, mutant = numbered
+    def try_one(mutant):
         start = time.monotonic()
-        trial = Trial(build, times, experience, arguments.thorough, mutant,
-                      folder / "mutants" / str(number % (4 * arguments.jobs)))
-        outcome = trial.run()
+        with TemporaryDirectory(prefix="mutant-", dir=folder) as own_folder:
+            trial = Trial(build, times, experience, arguments.thorough, mutant, Path(own_folder))
+            outcome = trial.run()
         return mutant, outcome, trial.killer, time.monotonic() - start
 
     with ThreadPoolExecutor(arguments.jobs) as workers:
-        for mutant, outcome, killer, seconds in workers.map(try_one, enumerate(mutants)):
+        for mutant, outcome, killer, seconds in workers.map(try_one, mutants):
             journal.note(mutant, outcome)
             done[outcome] += 1
             print(f"[{done.total()}/{len(mutants)}] {outcome} in {seconds:.0f} s by {killer or '-'}: {mutant.kind}\n"

@@ -5,7 +5,6 @@ import json
 import os
 import re
 import resource
-import shutil
 import subprocess
 import tempfile
 import threading
@@ -26,7 +25,7 @@ def _guard_the_machine():
     resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
 
 
-def _succeeds(command: list[str], folder: Path, seconds: float = 300) -> bool:
+def _succeeds(command: list[str], folder: Path, seconds: float = 900) -> bool:
     try:
         return subprocess.run(command, cwd=folder, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, timeout=seconds,
                               preexec_fn=_guard_the_machine, check=False).returncode == 0
@@ -107,7 +106,6 @@ class Trial:
         self.killer = ""
 
     def run(self) -> str:
-        shutil.rmtree(self._folder, ignore_errors=True)
         changed = self._folder / "include" / self._mutant.file
         changed.parent.mkdir(parents=True)
         original = (self._build.tree / self._mutant.file).read_text(encoding="utf-8")
