@@ -22,21 +22,28 @@ namespace {
 
 thread_local int pauses = 0;
 thread_local long allocations = 0;
+thread_local long keptBlocks = 0;
 thread_local long keptBytes = 0;
 std::atomic<long> liveBlocks{0};
 std::atomic<long> liveBytes{0};
 
 void countTaken(std::size_t size) {
     const auto bytes = static_cast<long>(size);
-    allocations += pauses > 0 ? 0 : 1;
-    keptBytes += pauses > 0 ? 0 : bytes;
+    if (pauses == 0) {
+        ++allocations;
+        ++keptBlocks;
+        keptBytes += bytes;
+    }
     liveBlocks.fetch_add(1, std::memory_order_relaxed);
     liveBytes.fetch_add(bytes, std::memory_order_relaxed);
 }
 
 void countReturned(std::size_t size) {
     const auto bytes = static_cast<long>(size);
-    keptBytes -= pauses > 0 ? 0 : bytes;
+    if (pauses == 0) {
+        --keptBlocks;
+        keptBytes -= bytes;
+    }
     liveBlocks.fetch_sub(1, std::memory_order_relaxed);
     liveBytes.fetch_sub(bytes, std::memory_order_relaxed);
 }
@@ -50,7 +57,7 @@ AllocationPause::~AllocationPause() { --pauses; }
 
 long allocationCount() { return allocations; }
 
-long bytesKept() { return keptBytes; }
+KeptMemory keptMemory() { return {keptBlocks, keptBytes}; }
 
 LiveMemory liveMemory() {
     return {liveBlocks.load(std::memory_order_relaxed), liveBytes.load(std::memory_order_relaxed)};

@@ -17,6 +17,7 @@
 #include <iostream>
 #include <limits>
 
+using kavo::test::keptMemory;
 using kavo::test::ScopedEnvironment;
 using simulator::CallKind;
 using simulator::hostCalls;
@@ -227,9 +228,9 @@ TEST_P(CountedCalls, TextsAndTheirFilesTakeAFewBlocksAndGiveThemBack) {
         report(entry.name, allocations);
         EXPECT_GE(allocations, 1) << entry.name << ' ' << entry.reason << ": not any more?";
         EXPECT_LE(allocations, 8) << entry.name;
-        const long kept = kavo::test::bytesKept();
+        const long kept = keptMemory().blocks;
         allocationsOfSet(entry.id, value, &code);
-        EXPECT_EQ(kavo::test::bytesKept(), kept) << entry.name;
+        EXPECT_EQ(keptMemory().blocks, kept) << entry.name;
     }
 }
 
@@ -367,14 +368,14 @@ TEST(CountedFamilies, RegistersAndParametersOfTheInnerHandleNeedNoMemory) {
 TEST_F(CountedCreation, TakesABoundedAmountAndFreeingGivesAllOfItBack) {
     { const kavo::test::Creation warmUp; }
     for (const int slave : {0, 1}) {
-        const long bytesBefore = kavo::test::bytesKept();
+        const kavo::test::KeptMemory before = keptMemory();
         const long allocationsBefore = kavo::test::allocationCount();
         Fg_Struct handle{Std_entry(board().device(), nullptr, slave)};
         const long allocations = kavo::test::allocationCount() - allocationsBefore;
-        const long bytes = kavo::test::bytesKept() - bytesBefore;
+        const long bytes = keptMemory().bytes - before.bytes;
         ASSERT_NE(handle.Master, nullptr);
         EXPECT_EQ(allocationsOf([&] { EXPECT_EQ(Fg_FreeGrabber(&handle), 0); }), 0) << "freeing needs none";
-        EXPECT_EQ(kavo::test::bytesKept(), bytesBefore);
+        EXPECT_EQ(keptMemory().blocks, before.blocks);
         report(slave == 0 ? "AllocationsOfCreation" : "AllocationsOfSlaveCreation", allocations);
         report(slave == 0 ? "BytesOfWrapperWithRegistry" : "BytesOfSlaveWrapperWithRegistry", bytes);
         EXPECT_LE(allocations, mostAllocationsOfCreation);
@@ -390,9 +391,9 @@ TEST_F(CountedCreation, IsFollowedByOperationsThatGiveBackWhatTheyTake) {
     unsigned size = 0;
     const auto expectBalance = [](const char* name, long most, auto operation) {
         operation();
-        const long before = kavo::test::bytesKept();
+        const long before = keptMemory().blocks;
         const long allocations = allocationsOf(operation);
-        EXPECT_EQ(kavo::test::bytesKept(), before) << name;
+        EXPECT_EQ(keptMemory().blocks, before) << name;
         report(name, allocations);
         EXPECT_LE(allocations, most) << name;
     };
