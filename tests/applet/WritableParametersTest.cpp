@@ -103,3 +103,20 @@ TEST_P(WritableParameters, AreAllButTextsAndTheTable) {
     EXPECT_EQ(writable, all.size());
     EXPECT_EQ(writable, 58U);
 }
+
+TEST(NamedCaches, HoldWhatWasSetOnTheirPort) {
+    AppletOnBoard applet;
+    const FgQxWrapperImpl& wrapper = applet.wrapper();
+    for (const int port : {0, 1}) {
+        const auto value = static_cast<unsigned>(port);
+        EXPECT_EQ(applet.set(FG_WIDTH, 512 + 16 * value, port), 0);
+        EXPECT_EQ(applet.set(FG_PROCESSING_GAIN, 2.0 + port, port), 0);
+        EXPECT_EQ(applet.set(FG_LUT_VALUE, FieldParameterInt_s{100 + value, 7}, port), 0);
+    }
+    EXPECT_EQ(wrapper.cache_FG_WIDTH_P0, 512U);
+    EXPECT_EQ(wrapper.cache_FG_WIDTH_P1, 528U);
+    EXPECT_EQ(wrapper.cache_FG_PROCESSING_GAIN_P0, 2.0);
+    EXPECT_EQ(wrapper.cache_FG_PROCESSING_GAIN_P1, 3.0);
+    EXPECT_EQ(wrapper.cache_FG_LUT_VALUE_P0[7], 100U);
+    EXPECT_EQ(wrapper.cache_FG_LUT_VALUE_P1[7], 101U);
+}
