@@ -2,17 +2,19 @@
 
 #include "templates/Locks.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <gtest/gtest.h>
-#include <vector>
 
 namespace {
 
 using kavo::templates::platform::CriticalSection;
 using kavo::templates::platform::RecursiveMutex;
 
-// Addresses as numbers: what stood there is gone when they are looked at.
-std::vector<std::uintptr_t> destroyedMutexes;
+// The last address, as a number: what stood there is gone when it is looked at. Plain values, for mutexes are
+// destroyed until the very end of the program.
+std::size_t destroyedMutexes = 0;
+std::uintptr_t lastDestroyedMutex = 0;
 
 struct Place {
     template <class Object>
@@ -20,7 +22,7 @@ struct Place {
         : begin(reinterpret_cast<std::uintptr_t>(&object)), end(begin + sizeof object) {}
 
     bool holdsTheDestroyedOne() const {
-        return destroyedMutexes.size() == 1 && destroyedMutexes[0] >= begin && destroyedMutexes[0] < end;
+        return destroyedMutexes == 1 && lastDestroyedMutex >= begin && lastDestroyedMutex < end;
     }
 
     std::uintptr_t begin, end;
@@ -29,13 +31,13 @@ struct Place {
 template <class Lock>
 Place createAndDestroy() {
     const Lock lock;
-    EXPECT_TRUE(destroyedMutexes.empty());
+    EXPECT_EQ(destroyedMutexes, 0U);
     return Place(lock);
 }
 
 class MutexDestructionTest : public testing::Test {
   protected:
-    MutexDestructionTest() { destroyedMutexes.clear(); }
+    MutexDestructionTest() { destroyedMutexes = 0; }
 };
 
 TEST_F(MutexDestructionTest, CriticalSectionDestroysItsOwnMutex) {
@@ -45,7 +47,7 @@ TEST_F(MutexDestructionTest, CriticalSectionDestroysItsOwnMutex) {
 TEST_F(MutexDestructionTest, CriticalSectionOverABorrowedMutexDestroysNone) {
     pthread_mutex_t mutex = PTHREAD_MUTEX_INITIALIZER;
     { const CriticalSection lock(&mutex); }
-    EXPECT_TRUE(destroyedMutexes.empty());
+    EXPECT_EQ(destroyedMutexes, 0U);
     pthread_mutex_destroy(&mutex);
 }
 
@@ -63,7 +65,8 @@ EXPORTED int __real_pthread_mutex_destroy(pthread_mutex_t* mutex);
 EXPORTED int __wrap_pthread_mutex_destroy(pthread_mutex_t* mutex);
 
 int __wrap_pthread_mutex_destroy(pthread_mutex_t* mutex) {
-    destroyedMutexes.push_back(reinterpret_cast<std::uintptr_t>(mutex));
+    ++destroyedMutexes;
+    lastDestroyedMutex = reinterpret_cast<std::uintptr_t>(mutex);
     return __real_pthread_mutex_destroy(mutex);
 }
 }
