@@ -52,6 +52,26 @@ TEST_P(Dispatch, ReadOnlyIdsAreRefusedWithoutAnyCall) {
     }
 }
 
+TEST_P(Dispatch, AReadIntoNothingIsRefusedByEveryParameterItself) {
+    for (const auto& row : kavo::test::documentedCatalogue()) {
+        int code = 0;
+        try {
+            applet.wrapper().getParameter(row.id, nullptr, port());
+        } catch (int thrown) {
+            code = thrown;
+        }
+        EXPECT_EQ(code, error::invalidParameter) << row.name;
+    }
+}
+
+TEST_P(Dispatch, TheThrowingAccessThrowsNothingWhereItSucceeds) {
+    const unsigned written = 1024;
+    unsigned read = 0;
+    EXPECT_NO_THROW(applet.wrapper().setParameter(FG_WIDTH, &written, port()));
+    EXPECT_NO_THROW(applet.wrapper().getParameter(FG_WIDTH, &read, port()));
+    EXPECT_EQ(read, 1024U);
+}
+
 TEST_P(Dispatch, EveryOtherStandardIdCanBeWritten) {
     for (const auto& row : kavo::test::documentedCatalogue()) {
         const bool refused =

@@ -177,6 +177,16 @@ TEST_F(ExportedQuery, ANullBufferOfA64BitReadReachesTheOperation) {
               std::vector<std::string>{callText("Fg_getParameter", 100, static_cast<void*>(nullptr), 0)});
 }
 
+TEST_F(ExportedQuery, DescriptionsNeedTheRuntimesFunctionAndTheInnerHandle) {
+    RegisterInfo* group = wrapper.parameterInfo().addGroupInfo(0, nullptr, "A Group");
+    EXPECT_EQ(Fg_getParameterInfo(&handle, 0), nullptr);
+    ASSERT_EQ(wrapper.initializeDllFunctions("libgrabcore5.so"), 0);
+    EXPECT_EQ(Fg_getParameterInfo(&handle, 0), nullptr);
+    kavo::test::bindToBoard(wrapper);
+    EXPECT_EQ(Fg_getParameterInfo(&handle, 0), group);
+    wrapper.wrapperFg().DLL_Fg_FreeGrabber(wrapper.grabcoreFg());
+}
+
 TEST_F(ExportedQuery, FilesGoToTheInnerHandle) {
     kavo::test::bindToBoard(wrapper);
     ASSERT_NE(wrapper.grabcoreFg(), nullptr);

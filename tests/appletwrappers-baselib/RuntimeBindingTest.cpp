@@ -245,12 +245,15 @@ TEST_F(RuntimeBinding, TheRuntimesLastErrorNeedsFunctionAndHandle) {
     EXPECT_EQ(wrapper->Fg_getLastErrorNumber(), 0) << "the wrapper's own last error is another";
 }
 
-TEST_F(RuntimeBinding, CallsOnTheInnerHandleNeedIt) {
-    std::uint32_t word = 0;
-    EXPECT_EQ(wrapper->getUnwrappedParameter(600, &word, 0), error::notAvailable);
-    EXPECT_EQ(wrapper->setUnwrappedParameter(600, &word, 0), error::notAvailable);
-    EXPECT_EQ(wrapper->getParameterIdByName("FG_TIMEOUT"), error::notAvailable);
-    EXPECT_EQ(wrapper->getUnwrappedParameterInfo(), nullptr);
+TEST_F(RuntimeBinding, CallsOnTheInnerHandleNeedTheirFunctionAndIt) {
+    for (const bool hasFunctions : {false, true}) {
+        ASSERT_TRUE(!hasFunctions || wrapper->initializeDllFunctions(runtime) == 0);
+        std::uint32_t word = 0;
+        EXPECT_EQ(wrapper->getUnwrappedParameter(600, &word, 0), error::notAvailable);
+        EXPECT_EQ(wrapper->setUnwrappedParameter(600, &word, 0), error::notAvailable);
+        EXPECT_EQ(wrapper->getParameterIdByName("FG_TIMEOUT"), error::notAvailable);
+        EXPECT_EQ(wrapper->getUnwrappedParameterInfo(), nullptr);
+    }
 }
 
 TEST_F(RuntimeBinding, CallsOnTheInnerHandlePassIdValueAndPort) {

@@ -18,8 +18,11 @@ namespace {
 /// Answers the description query for one name.
 class DescribedWrapper : public kavo::test::BareWrapper {
   public:
+    std::vector<std::string> askedNames;
+
     int Fg_getParameter(int id, void* value, int port) override {
         auto* text = static_cast<char*>(value);
+        askedNames.emplace_back(text);
         if (id != parameterDescriptionQuery || port != 2 || std::strcmp(text, "DESCRIBED") != 0) {
             return error::invalidParameter;
         }
@@ -232,6 +235,36 @@ TEST_F(XmlDescription, RegistersStayOutButTheInspectedParametersAreIn) {
     EXPECT_EQ(text.find("DirectRegisterAccess"), std::string::npos);
     EXPECT_NE(text.find("<Category Name='DirectQXAccess'  ><pFeature>DQXA_Q</pFeature>\n"),
               std::string::npos);
+}
+
+TEST_F(XmlDescription, AParameterWithoutGroupIsLeftOut) {
+    RegisterInfo alone = *registry.addInfoUInt(group, "D", "ALONE", 0, 1, 1, 7, 1, 1, nullptr, 1, port);
+    alone.next = nullptr;
+    group->next = &alone;
+    const std::string text = body();
+    group->next = nullptr;
+    EXPECT_NE(text.find("<Integer Name='ALONE'>"), std::string::npos);
+    EXPECT_EQ(text.find("<Integer Name='ALONE'>"), text.rfind("<Integer Name='ALONE'>"));
+}
+
+TEST_F(XmlDescription, AnEntryWithoutSymbolHasItsDisplayNameOrNone) {
+    RegisterInfo* info = registry.addInfoEnum(group, "D", "CHOICE", 2, 7, 1, 1, nullptr, 1, port);
+    registry.addEnumNameValue(info, 0, "Shown & Told", 4, nullptr);
+    registry.addEnumNameValue(info, 1, nullptr, 5, nullptr);
+    const std::string text = body();
+    EXPECT_NE(text.find("<EnumEntry Name=\"Shown &amp; Told\""), std::string::npos) << text;
+    EXPECT_NE(text.find("<EnumEntry Name=\"\""), std::string::npos) << text;
+}
+
+TEST_F(XmlDescription, AWrapperIsNotAskedToDescribeANameThatLeavesNoRoomForAnAnswer) {
+    const std::string longest(4095, 'L');
+    const std::string tooLong(4096, 'T');
+    registry.addInfoString(group, "D", longest.c_str(), nullptr, 1, 1, 1, nullptr, 1, port);
+    registry.addInfoString(group, "D", tooLong.c_str(), nullptr, 1, 1, 1, nullptr, 2, port);
+    const std::string text = body();
+    EXPECT_NE(text.find(longest), std::string::npos);
+    EXPECT_NE(text.find(tooLong), std::string::npos);
+    EXPECT_EQ(wrapper.askedNames, std::vector<std::string>{longest});
 }
 
 TEST_F(XmlDescription, CategoriesAreOneLevelDeepInTheOrderOfTheirFirstParameter) {
