@@ -11,7 +11,7 @@ using kavo::templates::platform::CriticalSectionGuard;
 
 namespace {
 
-constexpr const char* keySeparator = "::";
+constexpr std::string_view keySeparator = "::";
 
 bool isInspectable(REG_FORMAT format) {
     switch (format) {
@@ -26,15 +26,6 @@ bool isInspectable(REG_FORMAT format) {
     default:
         return false;
     }
-}
-
-/// The second part of an inspected property's key, if the first names this library; else empty.
-std::string inspectedName(const std::string& key, const std::string& library) {
-    const std::size_t separator = key.find(keySeparator);
-    if (separator == std::string::npos || key.compare(0, separator, library) != 0) {
-        return {};
-    }
-    return key.substr(separator + 2);
 }
 
 template <class Map>
@@ -62,7 +53,7 @@ void FgQxWrapperImpl::inspectRuntimeParameters() {
     walkParameterTree(getUnwrappedParameterInfo(), [&](const RegisterInfo& record) {
         if (isInspectable(record.format) && record.name != nullptr) {
             const CriticalSectionGuard guard(&mParameterLock);
-            inspectProperties.set(dllBaseName + keySeparator + record.name, "On");
+            inspectProperties.set(dllBaseName + std::string(keySeparator) + record.name, "On");
         }
     });
 }
@@ -96,9 +87,8 @@ void FgQxWrapperImpl::fillRegisterNames() {
 
 void FgQxWrapperImpl::fillInspectedNames() {
     for (const auto& [key, value] : inspectProperties.all()) {
-        const std::string name = inspectedName(key, dllBaseName);
-        const int id = name.empty() ? 0 : getParameterIdByName(name.c_str());
-        if (id != 0) {
+        const std::string name = key.substr(key.find(keySeparator) + keySeparator.size());
+        if (const int id = getParameterIdByName(name.c_str()); id != 0) {
             map_inspect_parameter_name_parameter_id.emplace(family::inspectedPrefix + name,
                                                             id + family::inspectedIdBase);
             append(map_parameter_index_parameter_name, family::inspectedPrefix + name);

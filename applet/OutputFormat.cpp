@@ -9,14 +9,7 @@ int FgQxWrapperImpl::setFormat(int port, unsigned value) {
         return error::outOfRange;
     }
     return commit(cache_FG_FORMAT(port), value, [&] {
-        switch (value) {
-        case formatGray16:
-            return writeDesign(port, design::OutputFormat_FG_FORMAT_SelectSource, 0);
-        case formatGray8:
-            return writeDesign(port, design::OutputFormat_FG_FORMAT_SelectSource, 1);
-        default:
-            return error::noDescription;
-        }
+        return writeDesign(port, design::OutputFormat_FG_FORMAT_SelectSource, value == formatGray8 ? 1 : 0);
     });
 }
 

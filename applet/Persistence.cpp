@@ -35,10 +35,6 @@ std::optional<std::string> find(Fg_ConfigFileParser& parser, int port, const cha
     return found ? std::optional<std::string>(value) : std::nullopt;
 }
 
-unsigned argument(unsigned stored) { return stored; }
-double argument(double stored) { return stored; }
-const char* argument(const std::string& stored) { return stored.c_str(); }
-
 template <class Value>
 Value kindOf(const KeyAccess<Value>&) {
     return {};
@@ -50,34 +46,47 @@ auto visit(const PersistedKey& key, Visitor visitor) {
     return std::visit([&](const auto& access) { return visitor(kindOf(access), access); }, key.access);
 }
 
+/// The same for a key whose value is a number; texts are kept, never applied.
+template <class Visitor>
+void visitNumber(const PersistedKey& key, Visitor visitor) {
+    if (const auto* integer = std::get_if<KeyAccess<IntegerValue>>(&key.access)) {
+        visitor(IntegerValue{}, *integer);
+    } else if (const auto* real = std::get_if<KeyAccess<RealValue>>(&key.access)) {
+        visitor(RealValue{}, *real);
+    }
+}
+
+void writeKey(Fg_ConfigFileParser& parser, const char* key, unsigned value) {
+    parser.writeConfigFileIntKey(key, static_cast<int>(value));
+}
+
+void writeKey(Fg_ConfigFileParser& parser, const char* key, double value) {
+    parser.writeConfigFileDoubleKey(key, value);
+}
+
 /// The keys of one port of an applet, each by its place in the table.
 class PortKeys {
   public:
     PortKeys(FgQxWrapperImpl& applet, int port) : mApplet(applet), mPort(port) {}
 
     void applyDefault(const PersistedKey& key) {
-        visit(key, [&](auto, const auto& access) {
+        visitNumber(key, [&](auto, const auto& access) {
             if (access.appliedDefault) {
                 // A value that is refused stays refused.
-                static_cast<void>((mApplet.*access.write)(mPort, argument(*access.appliedDefault)));
+                static_cast<void>((mApplet.*access.write)(mPort, *access.appliedDefault));
             }
         });
     }
 
     void save(Fg_ConfigFileParser& parser, const PersistedKey& key) {
-        if (const auto* integer = std::get_if<KeyAccess<IntegerValue>>(&key.access)) {
-            unsigned value = 0;
-            if ((mApplet.*integer->read)(mPort, &value) == error::ok) {
-                parser.writeConfigFileIntKey(key.name, static_cast<int>(value));
+        visitNumber(key, [&](auto kind, const auto& access) {
+            typename decltype(kind)::Stored value{};
+            if ((mApplet.*access.read)(mPort, &value) == error::ok) {
+                writeKey(parser, key.name, value);
             }
-        } else if (const auto* real = std::get_if<KeyAccess<RealValue>>(&key.access)) {
-            double value = 0;
-            if ((mApplet.*real->read)(mPort, &value) == error::ok) {
-                parser.writeConfigFileDoubleKey(key.name, value);
-            }
-        } else {
-            const auto& text = std::get<KeyAccess<TextValue>>(key.access);
-            parser.writeConfigFile(key.name, (mApplet.*text.cache)(mPort).c_str());
+        });
+        if (const auto* text = std::get_if<KeyAccess<TextValue>>(&key.access)) {
+            parser.writeConfigFile(key.name, (mApplet.*text->cache)(mPort).c_str());
         }
     }
 
@@ -105,9 +114,11 @@ class PortKeys {
 
     /// Writes a value with all its rules; the code of the write.
     int apply(const PersistedKey& key, const StoredValue& value) {
-        return visit(key, [&](auto kind, const auto& access) {
-            return (mApplet.*access.write)(mPort, argument(std::get<typename decltype(kind)::Stored>(value)));
+        int code = error::ok;
+        visitNumber(key, [&](auto kind, const auto& access) {
+            code = (mApplet.*access.write)(mPort, std::get<typename decltype(kind)::Stored>(value));
         });
+        return code;
     }
 
   private:
@@ -125,6 +136,7 @@ class BeforeLoad {
             mValues.emplace_back(mKeys.cached(key));
         }
     }
+    // NOLINTNEXTLINE(bugprone-exception-escape): nothing but moves of what is there
     ~BeforeLoad() {
         for (std::size_t index = 0; mIsLoading && index < mValues.size(); ++index) {
             restore(index);

@@ -87,20 +87,17 @@ RegisterInfo* FgQxWrapperImpl::addStandardParameter(RegisterInfo* group, const S
     case ValueKind::text:
         return registry.addInfoString(group, parameter.displayName, parameter.name, parameter.fileExtension,
                                       access, range, visibility, parameter.unit, parameter.id, port);
-    case ValueKind::enumeration: {
-        const Enumeration& table = *parameter.enumerations[static_cast<std::size_t>(port)];
-        RegisterInfo* record =
-            registry.addInfoEnum(group, parameter.displayName, parameter.name, table.size(), access, range,
-                                 visibility, parameter.unit, parameter.id, port);
-        if (record != nullptr) {
-            fillEnumeration(registry, record, table);
-        }
-        return record;
+    case ValueKind::enumeration:
+        break;
     }
-    case ValueKind::unlisted:
-        return nullptr;
+    const Enumeration& table = *parameter.enumerations[static_cast<std::size_t>(port)];
+    RegisterInfo* record =
+        registry.addInfoEnum(group, parameter.displayName, parameter.name, table.size(), access, range,
+                             visibility, parameter.unit, parameter.id, port);
+    if (record != nullptr) {
+        fillEnumeration(registry, record, table);
     }
-    return nullptr;
+    return record;
 }
 
 void FgQxWrapperImpl::createRegisterParameters(int port) {

@@ -16,8 +16,9 @@ using Enumerations = std::array<const Enumeration*, 2>;
 
 constexpr Enumerations both(const Enumeration& table) { return {&table, &table}; }
 
+/// An integer that has no description in the tree.
 constexpr StandardParameter unlisted(const char* name, int id) {
-    return {name, id, nullptr, ValueKind::unlisted, {}, {}, CategoryId::none, nullptr, nullptr, {}, nullptr};
+    return {name, id, nullptr, ValueKind::integer, {}, {}, CategoryId::none, nullptr, nullptr, {}, nullptr};
 }
 
 constexpr StandardParameter number(ValueKind kind, const char* name, int id, const char* displayName,
@@ -299,15 +300,19 @@ inline constexpr std::array<StandardParameter, standardParameterCount> standardP
 #undef GENERATOR_ROWS
 #undef OUTPUT_ROW
 
+constexpr std::size_t placeOf(int id) {
+    std::size_t place = 0;
+    while (standardParameters[place].id != id) {
+        ++place;
+    }
+    return place;
+}
+
 /// The limits of a parameter of the catalogue.
 template <int id>
 constexpr Limits limitsOf() {
-    for (const StandardParameter& parameter : standardParameters) {
-        if (parameter.id == id) {
-            return parameter.limits;
-        }
-    }
-    throw "the catalogue has no such parameter";
+    constexpr std::size_t place = placeOf(id);
+    return standardParameters[place].limits;
 }
 
 /// The same for an unsigned parameter.

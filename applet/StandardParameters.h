@@ -41,9 +41,8 @@ struct CategoryRow {
 
 /// Kind of a standard parameter's value.
 enum class ValueKind {
-    unlisted, ///< has no description in the tree
-    integer,  ///< unsigned 32-bit
-    real,     ///< double
+    integer, ///< unsigned 32-bit
+    real,    ///< double
     enumeration,
     text,
     integerField, ///< 4096 unsigned 32-bit values, accessed one by one

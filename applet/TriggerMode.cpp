@@ -124,11 +124,10 @@ int FgQxWrapperImpl::runTriggerStep(int port, TriggerStep step) {
     case TriggerStep::SYNC1:
         return triggerSynchronEnable(port, true);
     case TriggerStep::EN0:
-        return writeLevel(port, design::PulseFormGenerators_Enable_Select, false);
     case TriggerStep::EN1:
-        return writeLevel(port, design::PulseFormGenerators_Enable_Select, true);
+        break;
     }
-    return error::ok;
+    return writeLevel(port, design::PulseFormGenerators_Enable_Select, step == TriggerStep::EN1);
 }
 
 int FgQxWrapperImpl::triggerOutputsEnable(int port, bool enable) {
