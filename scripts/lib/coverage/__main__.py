@@ -113,6 +113,8 @@ def main() -> int:
 
     sources = read_counts(chosen.gcov, objects, chosen.root, FOLDERS)
     texts = {name: (chosen.root / name).read_text(encoding="utf-8").splitlines() for name in sources}
+    for name, source in sources.items():
+        source.leave_out_closing_lines(texts[name])
     figures = {name: Figures.of(source) for name, source in sources.items()}
     whole = sum(figures.values(), Figures())
     complaints = UncoveredBranches(chosen.uncovered).complaints(uncovered_by_text(texts, sources))

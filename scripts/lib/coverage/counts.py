@@ -1,7 +1,8 @@
 """What gcov counted, merged: a line, a function or a branch is reached when any copy of it was.
 
 A header's code is in many objects and a template's in many instances; each is one place in the source. A branch that a
-call takes when it throws is left out together with its other half, which is no decision either.
+call takes when it throws is left out together with its other half, which is no decision either. So is a line of closing
+brackets: nothing was written there, and what the compiler puts there ends lives, mostly those that an exception ends.
 """
 
 import json
@@ -10,6 +11,8 @@ import subprocess
 from collections import defaultdict
 from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
+
+_CLOSING = re.compile(r"^[\s})\];,(]+$")
 
 
 def _without_brackets(text: str, opening: str, closing: str) -> str:
@@ -63,6 +66,13 @@ class SourceCounts:
             place = number, names.get(line.get("function_name"), ""), len(counts)
             known = self._branches.setdefault(place, [0] * len(counts))
             self._branches[place] = [old + new for old, new in zip(known, counts)]
+
+    def leave_out_closing_lines(self, text: list[str]):
+        """Forgets the lines and branches where the source has nothing but closing brackets."""
+        for number in [number for number in self.lines if _CLOSING.match(text[number - 1])]:
+            del self.lines[number]
+        for place in [place for place in self._branches if _CLOSING.match(text[place[0] - 1])]:
+            del self._branches[place]
 
     def branches(self) -> dict[int, list[int]]:
         """The counts of each line that decides something."""
