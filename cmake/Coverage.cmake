@@ -3,7 +3,8 @@
 # place of the delivered ones. Nothing of it is built unless asked for.
 
 set(orbelline_counted_product orbelline_templates orbelline_grabber_basis orbelline_appletwrappers orbelline_applet)
-set(orbelline_counting -O0 -g1 -U_FORTIFY_SOURCE --coverage)
+# Counted atomically: several threads of a test go through the same lines.
+set(orbelline_counting -O0 -g1 -U_FORTIFY_SOURCE --coverage -fprofile-update=atomic)
 set(orbelline_counted_programs "")
 
 # Instrumented objects of a library, named after it.

@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
 # Builds the product, its sanitized twin and the 64-bit build, and runs every test of each.
+# What the tests reach of the product is counted, and has to be enough (scripts/coverage.sh).
 #
 #     scripts/test.sh [PRESET...]     i386, i386-asan and x86-64 unless told
 #
@@ -87,5 +88,14 @@ status=0
 for preset in "${presets[@]}"; do
     testPreset "$preset"
 done
+# What the tests of the product build reach; below the bound the whole fails.
+if [[ " ${presets[*]} " == *" i386 "* ]]; then
+    if scripts/coverage.sh >&2; then
+        passed=$((passed + 1))
+    else
+        failed=$((failed + 1))
+        status=1
+    fi
+fi
 echo "$passed passed, $failed failed"
 [ "$status" -eq 0 ] && [ "$failed" -eq 0 ] && [ "$passed" -gt 0 ]
