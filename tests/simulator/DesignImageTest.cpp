@@ -1,10 +1,10 @@
 #include "simulator/design/DesignImage.h"
 
 #include "tests/simulator/OpenDesign.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <random>
 
 namespace simulator {
@@ -172,9 +172,9 @@ TEST(DesignRuntimeTest, UnknownDesignsAnswerNothing) {
 class DesignFileTest : public testing::Test {
   protected:
     void SetUp() override { std::ofstream(mFile, std::ios::binary) << smallDesign().encode(); }
-    void TearDown() override { std::remove(mFile.c_str()); }
 
-    const std::string mFile = testing::TempDir() + "DesignFileTest.qel";
+    const kavo::test::TemporaryFolder mFolder;
+    const std::string mFile = mFolder.path("some.qel");
 };
 
 TEST_F(DesignFileTest, LoadsOnlyTheRightType) {

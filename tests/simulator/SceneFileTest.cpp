@@ -1,8 +1,8 @@
 #include "simulator/SceneFile.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <fstream>
 #include <stdexcept>
 
@@ -12,7 +12,6 @@ namespace {
 class SceneFileTest : public testing::Test {
   protected:
     void SetUp() override { mBoard.resetAndStepByHand(); }
-    void TearDown() override { std::remove(mFile.c_str()); }
 
     void set(const std::string& lines) {
         std::ofstream(mFile) << lines;
@@ -29,7 +28,8 @@ class SceneFileTest : public testing::Test {
     }
 
     Board& mBoard = Board::at(7);
-    const std::string mFile = testing::TempDir() + "SceneFileTest.scene";
+    const kavo::test::TemporaryFolder mFolder;
+    const std::string mFile = mFolder.path("some.scene");
 };
 
 TEST_F(SceneFileTest, SetsEveryPropertyOfACamera) {
