@@ -25,7 +25,7 @@ buildPreset i386 orbelline_benchmarks orbelline_allocation_count_tests
 {
     printf '| what is counted | |\n|---|---:|\n'
     "$build/tests/trust/orbelline_allocation_count_tests" --gtest_filter='*CountedCreation*' |
-        sed -n 's/^\([a-z][a-z ]*\): \([0-9]*\)$/| \1 | \2 |/p' | sort -u
+        sed -n 's/^\([A-Z][A-Za-z]*\): \([0-9]*\)$/| \1 | \2 |/p' | sed 's/\([a-z]\)\([A-Z]\)/\1 \l\2/g' | sort -u
 } >"$memory"
 
 measuredOn() {
